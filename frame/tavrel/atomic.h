@@ -1,0 +1,16 @@
+// Atomic counting for reference counts.
+#pragma once
+
+#include "tavrel/export.h"
+
+namespace tav
+{
+
+/// Adds one to `*value` atomically and returns the new value.
+/// Counts wrap in 32 bits, whatever the width of `long`. A null pointer gives 0.
+TAV_CORE_API long lockedIncrement(long* value);
+
+/// Takes one from `*value` atomically and returns the new value. A null pointer gives 0.
+TAV_CORE_API long lockedDecrement(long* value);
+
+}  // namespace tav
