@@ -1,10 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include "calcora/IDataGeo.h"
 #include "tavrel/PlainObject.h"
 
-class DataGeo : public tav::PlainObject<DataGeo, IDataGeo>
-{
+/// Operations on line work: IDataGeo implemented. It holds no state, so objects are cheap and two
+/// threads with an object each never meet.
+class DataGeo : public tav::PlainObject<DataGeo, IDataGeo> {
 public:
     static constexpr const char* kClassName = "DataGeo";
 
@@ -49,4 +52,10 @@ public:
     double arcPositionFraction(const Point2DF& point, const Point2DF& centre, const Point2DF& start,
                                const Point2DF& end, bool clockwise) override;
     void sortPointsByKey(Points& points, Values& keys) override;
+
+private:
+    double signedBulgeArea(const Points& points, const Values& bulges);
+    bool crossesRay(const Point2DF& from, const Point2DF& to, double bulge, const Point2DF& point);
+    void sortLoops(const std::vector<Points>& found, const std::vector<Values>& foundBulges,
+                   PointLists& loops, ValueLists& loopBulges);
 };

@@ -1,0 +1,180 @@
+#include "datageo/CAutoDiv.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <cstdint>
+
+#include "tavrel/NormalObject.h"
+
+namespace calcora {
+
+namespace {
+
+/// Bulge from which a segment's box takes the extreme points of its circle in.
+constexpr double kBoxArcBulge = 1e-7;
+
+/// Bulge from which the pieces of a segment are arcs.
+constexpr double kPieceArcBulge = 1e-6;
+
+/// Share of a segment by which a cut differs from the one before it.
+constexpr double kCutResolution = 1e-7;
+
+/// Two single segments meet in at most two points, two arcs of one circle in four.
+constexpr std::size_t kMaxCrossings = 4;
+
+/// Up to this many cuts an insertion sort is quicker than a general one.
+constexpr std::size_t kFewCuts = 24;
+
+void* idOf(std::size_t index)
+{
+    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(index + 1));
+}
+
+std::size_t indexOf(void* id)
+{
+    return static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(id)) - 1;
+}
+
+bool isSameNode(const tav::Point2DF& p, const tav::Point2DF& q)
+{
+    return std::fabs(p.x() - q.x()) < kNodeTolerance && std::fabs(p.y() - q.y()) < kNodeTolerance;
+}
+
+/// Ascending by position, equal positions in their order.
+template <class Cuts>
+void sortByPosition(Cuts& cuts)
+{
+    const auto before = [](const auto& a, const auto& b) { return a.position < b.position; };
+    if (cuts.size() > kFewCuts) {
+        std::stable_sort(cuts.begin(), cuts.end(), before);
+        return;
+    }
+    for (std::size_t i = 1; i < cuts.size(); ++i)
+        for (std::size_t j = i; j > 0 && before(cuts[j], cuts[j - 1]); --j)
+            std::swap(cuts[j], cuts[j - 1]);
+}
+
+}  // namespace
+
+bool isRaised(bool* flag)
+{
+    return flag && std::atomic_ref(*flag).load(std::memory_order_relaxed);
+}
+
+CAutoDiv::CAutoDiv()
+    : geometry_(tav::kObjectCapacity), points_(2), otherPoints_(2), bulges_(2), otherBulges_(2)
+{
+}
+
+CAutoDiv::~CAutoDiv() = default;
+
+RTreeRect CAutoDiv::boxOf(const SegmentKey& segment)
+{
+    const auto [a, b, bulge] = segment;
+    RTreeRect box{std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
+                  std::max(a.y(), b.y())};
+    if (!(std::fabs(bulge) >= kBoxArcBulge)) return box;
+    tav::Point2DF centre;
+    double radius = 0;
+    geometry_.bulgeArcCenter(a, b, bulge, centre, &radius);
+    const auto isOnArc = [&](const tav::Point2DF& extreme) {
+        const double f = geometry_.arcSweepFraction(extreme, centre, a, b, bulge < 0);
+        return 0 < f && f < 1;
+    };
+    // An extreme at an end of the arc can lie a rounding step inside it, so boxes only ever widen.
+    using tav::Point2DF;
+    if (isOnArc({centre.x(), centre.y() + radius}))
+        box.maxY = std::max(box.maxY, centre.y() + radius);
+    if (isOnArc({centre.x() - radius, centre.y()}))
+        box.minX = std::min(box.minX, centre.x() - radius);
+    if (isOnArc({centre.x(), centre.y() - radius}))
+        box.minY = std::min(box.minY, centre.y() - radius);
+    if (isOnArc({centre.x() + radius, centre.y()}))
+        box.maxX = std::max(box.maxX, centre.x() + radius);
+    return box;
+}
+
+void CAutoDiv::addSegment(const SegmentKey& segment, int cutFlag, int /*secondFlag*/)
+{
+    StoredSegment stored{segment, boxOf(segment), cutFlag != 0};
+    segments_.push_back(stored);
+    tree_.insertRect(&stored.box, idOf(segments_.size() - 1), 0);
+}
+
+void CAutoDiv::divide(bool directed)
+{
+    std::vector<SegmentKey> cutPieces;
+    cutPieces.reserve(segments_.size() * 2);
+    for (std::size_t i = 0; i < segments_.size(); ++i) {
+        if (!segments_[i].isCut) continue;
+        if (!collectCuts(i)) return;
+        appendPieces(segments_[i].shape, cutPieces);
+    }
+    pieces_ = mergeEqualSegments(cutPieces, directed);
+    tree_.removeAll();
+    segments_.clear();
+}
+
+/// Gathers the sorted cuts of one segment; false when the cancel flag was seen.
+bool CAutoDiv::collectCuts(std::size_t index)
+{
+    const SegmentKey& segment = segments_[index].shape;
+    cuts_.clear();
+    cuts_.push_back({segment.a, 0.0});
+    points_[0] = segment.a;
+    points_[1] = segment.b;
+    bulges_[0] = segment.bulge;
+
+    bool cancelled = false;
+    tree_.forEachOverlapping(segments_[index].box, [&](void* id) {
+        const std::size_t other = indexOf(id);
+        if (other == index || cancelled) return;
+        cancelled = isRaised(cancelFlag_);
+        if (!cancelled) appendCrossings(segment, segments_[other].shape);
+    });
+    if (cancelled) return false;
+
+    sortByPosition(cuts_);
+    cuts_.push_back({segment.b, 1.0});
+    return true;
+}
+
+void CAutoDiv::appendCrossings(const SegmentKey& segment, const SegmentKey& other)
+{
+    otherPoints_[0] = other.a;
+    otherPoints_[1] = other.b;
+    otherBulges_[0] = other.bulge;
+    std::array<tav::Point2DF, kMaxCrossings> crossings;
+    std::array<double, kMaxCrossings> positions{};
+    int count = 0;
+    geometry_.intersectBulgePolylines(points_, bulges_, otherPoints_, otherBulges_,
+                                      crossings.data(), positions.data(), &count);
+    for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k) {
+        Cut cut{crossings[k], positions[k]};
+        // A crossing at an end is that end up to rounding: vertices come back bit for bit.
+        if (std::fabs(cut.position) < kCutResolution && isSameNode(cut.point, segment.a))
+            cut.point = segment.a;
+        else if (std::fabs(cut.position - 1) < kCutResolution && isSameNode(cut.point, segment.b))
+            cut.point = segment.b;
+        cuts_.push_back(cut);
+    }
+}
+
+void CAutoDiv::appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const
+{
+    const Cut* last = &cuts_.front();
+    for (const Cut& cut : cuts_) {
+        if (!(std::fabs(cut.position - last->position) >= kCutResolution)) continue;
+        double bulge = 0;
+        if (last->position == 0 && cut.position == 1)
+            bulge = std::fabs(segment.bulge) >= kPieceArcBulge ? segment.bulge : 0;
+        else if (std::fabs(segment.bulge) >= kPieceArcBulge)
+            bulge = std::tan(std::atan(segment.bulge) * (cut.position - last->position));
+        pieces.push_back({last->point, cut.point, bulge});
+        last = &cut;
+    }
+}
+
+}  // namespace calcora

@@ -1,0 +1,188 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "common/commonFunc.h"
+#include "datageo/autob/FuzzyPointSet.h"
+#include "datageo/segments.h"
+#include "tavrel/Vector.h"
+#include "tavrel/points.h"
+
+namespace AutoB {
+
+/// A node of the graph: the place where ends of line work meet, as a range of the angular lists.
+struct CLoopNode {
+    std::int64_t visitStamp = -1;  ///< number of the walk that last entered the node
+    int firstEdge = 0;
+    int endEdge = 0;
+
+    int degree() const { return endEdge - firstEdge; }
+};
+
+/// One of the two directed half-edges of a polyline; its opposite is half-edge number ^ 1.
+struct CLoopEdge {
+    double startAngle = 0.0;  ///< atan2 of the direction in which it leaves, a hundredth along
+    double bulge = 0.0;       ///< of the only segment, unless `shape` holds several
+    int startNode = 0;
+    int endNode = 0;
+    int shape = -1;  ///< index of its points and bulges; -1: straight from node to node
+    int tag = 0;
+    bool againstInput = false;   ///< runs against the direction in which its polyline was added
+    bool keepDirection = false;  ///< as its polyline was added
+    bool alive = true;           ///< false once a finished walk has used it up
+};
+
+/// Builds closed loops from line work that meets only at its ends.
+///
+/// The graph. Every polyline added becomes two opposite half-edges between the nodes at its ends;
+/// ends within 1e-5 in both coordinates share a node, which keeps the point that made it. The
+/// half-edges that leave a node are kept in angular order, largest angle first.
+///
+/// The walk. From a start node S a walk leaves by one half-edge and, at every node M it comes to,
+/// goes on by the first half-edge met when turning clockwise from the way it came in, so that it
+/// keeps a region on its left:
+///
+///            \ 2            arriving along e: tried in the order 1, 2, 3;
+///      e ---> M ---- 1      straight back along e comes last
+///            / 3
+///
+/// (1 is the first direction below that of the way back, which points against e). A walk never
+/// enters a node twice. Back at S it is a loop; stuck, it goes back and tries the next half-edge.
+/// A walk that closed, whether its loop is wanted or not, uses its half-edges up.
+///
+/// Which loops are wanted. The sign of a loop's area tells a region's boundary (counter-clockwise)
+/// from the outline around it (clockwise). Because a walk enters no node twice, an outline is that
+/// of a biconnected block: two squares joined by a bridge, or touching at a vertex, have one each.
+/// Lines that end freely and bridges are part of no loop. Holes are no loops of their own, but what
+/// lies inside a hole is found.
+///
+/// The cost is near-linear: an undirected walk stays inside one biconnected block, since an
+/// excursion out of it could only come back through a node already entered. So a node where several
+/// blocks meet is walked as one node per block, and half-edges outside all blocks are never walked.
+class CAutoLoop {
+public:
+    using Points = tav::Vector<tav::Point2DF>;
+    using Values = tav::Vector<double>;
+    using Tags = tav::Vector<unsigned>;
+
+    CAutoLoop();
+    virtual ~CAutoLoop();
+    CAutoLoop(const CAutoLoop&) = delete;
+    CAutoLoop& operator=(const CAutoLoop&) = delete;
+
+    /// The caller's stop request, read before each walk of buildLoops(). May be null.
+    void setCancelFlag(bool* flag) { cancelFlag_ = flag; }
+
+    void reserve(std::size_t polylines);
+
+    /// Adds a polyline; bulge i belongs to the segment from point i to point i + 1, missing bulges
+    /// count as 0. Repeats (within 1e-7) at either end are dropped; fewer than two points left add
+    /// nothing. Unless `keepDirection`, the polyline counts as running the other way. A closed one
+    /// is split in two halves, which keep their direction and have tag 0.
+    void addPolyline(Points points, Values bulges, bool keepDirection, int tag);
+
+    /// The same for a single segment.
+    void addSegment(const calcora::SegmentKey& segment, bool keepDirection, int tag);
+
+    /// Traces the loops: mode 1 keeps the outlines, clockwise; any other mode the bounded regions,
+    /// counter-clockwise. Half-edges in no loop stay; a second build sees what the first has left.
+    void buildLoops(int mode);
+
+    /// Traces loops along half-edges marked `againstInput` only; any other half-edge that a walk
+    /// comes to is used up together with the walk. Keeps counter-clockwise loops of two or more
+    /// points. The cancel flag is not looked at.
+    void buildDirectedLoops();
+
+    const std::vector<Points>& loops() const { return loops_; }
+    const std::vector<Values>& loopBulges() const { return loopBulges_; }
+    const std::vector<Tags>& loopTags() const { return loopTags_; }
+
+    /// 1 outside, -1 inside, 0 within 1e-6 of the boundary or with fewer than three points.
+    /// Crossings are counted along a ray towards larger x, a vertex belonging to the edge above it.
+    static int pointInPolygon(const Points& polygon, double x, double y);
+
+private:
+    /// A place in a node's angular list.
+    struct AngularEntry {
+        double angle;
+        int edge;
+    };
+
+    /// Points and bulges of a polyline of more than one segment.
+    struct Shape {
+        Points points;
+        Values bulges;
+    };
+
+    /// One half-edge of a walk and the candidates to go on by at its end.
+    struct Step {
+        int edge;
+        int firstCandidate = 0;  ///< place in the angular lists
+        int nextCandidate = 0;
+        bool wrapped = false;
+    };
+
+    enum class WalkResult { Accepted, Dropped, DeadEnd, NothingFound };
+
+    /// What a build looks for.
+    struct Search {
+        bool directed;
+        bool acceptNotNegative;
+    };
+
+    void walkAll(const Search& search);
+
+    // Graph: CAutoLoop.cpp
+    void addOpenPolyline(Points points, Values bulges, bool keepDirection, int tag);
+    void addEdgePair(CLoopEdge edge, double backAngle, const Shape* shape);
+    int findOrAddNode(const tav::Point2DF& point) { return nodeSet_.findOrAdd(point); }
+    const tav::Point2DF& pointOf(int node) const;
+    tav::Point2DF secondPoint(const CLoopEdge& edge) const;
+
+    // Angular lists: angular_order.cpp
+    void buildAngularLists();
+    void splitNodesByBlock();
+    void keepNodesWhole();
+    int firstBelow(const CLoopNode& node, double angle) const;
+
+    // Walks: walk.cpp
+    std::vector<int> orderedNodes() const;
+    bool isWalkable(int edge, const Search& search) const;
+    WalkResult walk(int start, const Search& search);
+    CLoopNode& walkNodeAtEnd(int edge);
+    Step enteredStep(int edge, const CLoopNode& node, const Search& search) const;
+    int takeCandidate(Step& step, const CLoopNode& node) const;
+    bool runsStraightBack(int candidate, int last) const;
+    WalkResult closeWalk(const Search& search);
+    void useUpPath();
+    void traceOutline();
+    bool loopAreaNotNegative();
+    void recordLoop();
+
+    bool* cancelFlag_ = nullptr;
+
+    FuzzyPointSet nodeSet_{calcora::kNodeTolerance};
+    std::vector<CLoopNode> nodes_;
+    std::vector<CLoopEdge> edges_;
+    std::vector<Shape> shapes_;
+    std::vector<AngularEntry> angular_;
+
+    // What walks see: every node whole, or one node per block that meets there.
+    std::vector<CLoopNode> walkNodes_;
+    std::vector<int> walkNodeOf_;  ///< per half-edge, the node it leaves; -1: not walked
+
+    std::vector<Points> loops_;
+    std::vector<Values> loopBulges_;
+    std::vector<Tags> loopTags_;
+
+    // State of the walk in progress.
+    std::int64_t walkNumber_ = 0;
+    std::vector<Step> path_;
+    Points outline_;
+    Values outlineBulges_;
+    commonFunc geometry_;
+};
+
+}  // namespace AutoB

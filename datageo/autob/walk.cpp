@@ -1,0 +1,233 @@
+// The walks of the loop builder: from half-edge to half-edge until they close.
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "common/detail/primitives.h"
+#include "datageo/CAutoDiv.h"
+#include "datageo/autob/CAutoLoop.h"
+
+namespace AutoB {
+
+namespace {
+
+/// A loop whose signed area is above this runs clockwise or encloses nothing.
+constexpr double kNegativeArea = -1e-20;
+
+/// Squared distance and sum of bulges within which a half-edge runs back along another.
+constexpr double kSamePointSquared = 1e-12;
+constexpr double kSameBulge = 1e-12;
+
+/// Radians by which directed walks pass over directions next to the way back: straight back comes
+/// last there in spite of rounding, since a wrong half-edge would use the whole walk up.
+constexpr double kBackTurn = 1e-7;
+
+constexpr int kOutlines = 1;
+
+int opposite(int edge)
+{
+    return edge ^ 1;
+}
+
+}  // namespace
+
+void CAutoLoop::buildLoops(int mode)
+{
+    buildAngularLists();
+    splitNodesByBlock();
+    walkAll({false, mode == kOutlines});
+}
+
+void CAutoLoop::buildDirectedLoops()
+{
+    buildAngularLists();
+    keepNodesWhole();
+    walkAll({true, false});
+}
+
+/// Nodes with more than two half-edges, then those with two, then those with one; each in set
+/// order.
+std::vector<int> CAutoLoop::orderedNodes() const
+{
+    const std::vector<int> ranks = nodeSet_.ranks();
+    std::vector<int> inSetOrder(ranks.size());
+    for (std::size_t node = 0; node < ranks.size(); ++node)
+        inSetOrder[static_cast<std::size_t>(ranks[node])] = static_cast<int>(node);
+
+    std::vector<int> ordered;
+    ordered.reserve(ranks.size());
+    const auto append = [&](auto accepts) {
+        for (const int node : inSetOrder)
+            if (accepts(nodes_[static_cast<std::size_t>(node)].degree())) ordered.push_back(node);
+    };
+    append([](int degree) { return degree > 2; });
+    append([](int degree) { return degree == 2; });
+    append([](int degree) { return degree == 1; });
+    return ordered;
+}
+
+bool CAutoLoop::isWalkable(int edge, const Search& search) const
+{
+    const CLoopEdge& half = edges_[static_cast<std::size_t>(edge)];
+    if (!half.alive || walkNodeOf_[static_cast<std::size_t>(edge)] < 0) return false;
+    return !search.directed || half.againstInput;
+}
+
+/// Starts a walk from every half-edge of every node.
+void CAutoLoop::walkAll(const Search& search)
+{
+    for (const int n : orderedNodes()) {
+        const CLoopNode node = nodes_[static_cast<std::size_t>(n)];
+        for (int place = node.firstEdge; place < node.endEdge; ++place) {
+            const int edge = angular_[static_cast<std::size_t>(place)].edge;
+            if (!isWalkable(edge, search)) continue;
+            ++walkNumber_;
+            if (!search.directed && calcora::isRaised(cancelFlag_)) return;
+            if (walk(edge, search) == WalkResult::Accepted) recordLoop();
+        }
+    }
+}
+
+/// One walk. Finished walks have used their half-edges up; the outline of a closed one is left in
+/// outline_ and outlineBulges_.
+CAutoLoop::WalkResult CAutoLoop::walk(int start, const Search& search)
+{
+    const int startNode = walkNodeOf_[static_cast<std::size_t>(start)];
+    path_.clear();
+    path_.push_back({start});
+    bool advanced = true;  // the last step has not been looked at yet
+    while (!path_.empty()) {
+        const int edge = path_.back().edge;
+        if (advanced) {
+            if (walkNodeOf_[static_cast<std::size_t>(opposite(edge))] == startNode)
+                return closeWalk(search);
+            CLoopNode& node = walkNodeAtEnd(edge);
+            if (node.visitStamp == walkNumber_) {
+                path_.pop_back();
+                advanced = false;
+                continue;
+            }
+            node.visitStamp = walkNumber_;
+            path_.back() = enteredStep(edge, node, search);
+        }
+        const int candidate = takeCandidate(path_.back(), walkNodeAtEnd(edge));
+        advanced = candidate >= 0;
+        if (!advanced) {
+            path_.pop_back();
+            continue;
+        }
+        if (search.directed && !edges_[static_cast<std::size_t>(candidate)].againstInput) {
+            edges_[static_cast<std::size_t>(candidate)].alive = false;
+            useUpPath();
+            return WalkResult::DeadEnd;
+        }
+        path_.push_back({candidate});
+    }
+    return WalkResult::NothingFound;
+}
+
+CLoopNode& CAutoLoop::walkNodeAtEnd(int edge)
+{
+    const int node = walkNodeOf_[static_cast<std::size_t>(opposite(edge))];
+    return walkNodes_[static_cast<std::size_t>(node)];
+}
+
+/// The step with its candidates set up: clockwise from the way back. The way back along a half-edge
+/// is the direction in which its opposite leaves.
+CAutoLoop::Step CAutoLoop::enteredStep(int edge, const CLoopNode& node, const Search& search) const
+{
+    using namespace calcora::detail;
+    double back = edges_[static_cast<std::size_t>(opposite(edge))].startAngle;
+    if (search.directed) {
+        if (back < -kPi + kBackTurn) back += kTwoPi;
+        back -= kBackTurn;
+    }
+    const int first = firstBelow(node, back);
+    return {edge, first, first, false};
+}
+
+/// The next half-edge to try at the node, or -1 when all have been tried.
+int CAutoLoop::takeCandidate(Step& step, const CLoopNode& node) const
+{
+    for (;;) {
+        if (!step.wrapped && step.nextCandidate == node.endEdge) {
+            step.wrapped = true;
+            step.nextCandidate = node.firstEdge;
+        }
+        if (step.wrapped && step.nextCandidate >= step.firstCandidate) return -1;
+        const int candidate = angular_[static_cast<std::size_t>(step.nextCandidate++)].edge;
+        if (edges_[static_cast<std::size_t>(candidate)].alive &&
+            !runsStraightBack(candidate, step.edge))
+            return candidate;
+    }
+}
+
+/// Whether the candidate ends at the start of the walk and merely runs back along its last
+/// half-edge.
+bool CAutoLoop::runsStraightBack(int candidate, int last) const
+{
+    const int startNode = walkNodeOf_[static_cast<std::size_t>(path_.front().edge)];
+    if (walkNodeOf_[static_cast<std::size_t>(opposite(candidate))] != startNode) return false;
+    const CLoopEdge& forward = edges_[static_cast<std::size_t>(candidate)];
+    const CLoopEdge& back = edges_[static_cast<std::size_t>(opposite(last))];
+    const double distance =
+        calcora::detail::pointDistSquared(secondPoint(forward), secondPoint(back));
+    return distance < kSamePointSquared && std::fabs(forward.bulge - back.bulge) < kSameBulge;
+}
+
+CAutoLoop::WalkResult CAutoLoop::closeWalk(const Search& search)
+{
+    traceOutline();
+    const bool accepted = loopAreaNotNegative() == search.acceptNotNegative &&
+                          (!search.directed || outline_.size() > 1);
+    // The half-edges of a loop that is kept are used up once its tags are read.
+    if (accepted) return WalkResult::Accepted;
+    useUpPath();
+    return WalkResult::Dropped;
+}
+
+void CAutoLoop::useUpPath()
+{
+    for (const Step& step : path_) edges_[static_cast<std::size_t>(step.edge)].alive = false;
+}
+
+/// Points and bulges of the closed path: every half-edge without its last point.
+void CAutoLoop::traceOutline()
+{
+    outline_.clear();
+    outlineBulges_.clear();
+    for (const Step& step : path_) {
+        const CLoopEdge& edge = edges_[static_cast<std::size_t>(step.edge)];
+        if (edge.shape < 0) {
+            outline_.append(pointOf(edge.startNode));
+            outlineBulges_.append(edge.bulge);
+            continue;
+        }
+        const Shape& shape = shapes_[static_cast<std::size_t>(edge.shape)];
+        for (int i = 0; i + 1 < shape.points.size(); ++i) {
+            outline_.append(shape.points[i]);
+            outlineBulges_.append(shape.bulges[i]);
+        }
+    }
+}
+
+bool CAutoLoop::loopAreaNotNegative()
+{
+    return geometry_.bulgePolygonArea(outline_, outlineBulges_) > kNegativeArea;
+}
+
+void CAutoLoop::recordLoop()
+{
+    Tags tags;
+    tags.reserve(static_cast<int>(path_.size()));
+    for (const Step& step : path_)
+        tags.append(static_cast<unsigned>(edges_[static_cast<std::size_t>(step.edge)].tag));
+    // Copies sized to the loop: the work lists keep their room for the next one.
+    loops_.emplace_back(std::as_const(outline_).begin(), std::as_const(outline_).end());
+    loopBulges_.emplace_back(std::as_const(outlineBulges_).begin(),
+                             std::as_const(outlineBulges_).end());
+    loopTags_.push_back(std::move(tags));
+    useUpPath();
+}
+
+}  // namespace AutoB

@@ -1,0 +1,169 @@
+// Loop extraction: line work in, closed loops out.
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "common/detail/primitives.h"
+#include "datageo/CAutoDiv.h"
+#include "datageo/DataGeo.h"
+#include "datageo/autob/CAutoLoop.h"
+#include "datageo/autob/FuzzyPointSet.h"
+#include "datageo/segments.h"
+#include "tavrel/NormalObject.h"
+
+using calcora::SegmentKey;
+
+namespace {
+
+/// Drawing units: shorter polylines are left out of the extraction.
+constexpr double kShortestPolyline = 1e-7;
+
+/// Drawing units: snapping of figures whose gaps are sought.
+constexpr double kDirectedSnapTolerance = 1e-5;
+
+/// Drawing units: a figure whose ends lie farther apart is closed.
+constexpr double kClosedFigure = 1e-12;
+
+/// Mode of the loop builder.
+constexpr int kRegions = 0;
+constexpr int kOutlines = 1;
+
+/// Brings points to the earliest point within a tolerance in both coordinates.
+class Snapper {
+public:
+    explicit Snapper(double tolerance) : isOn_(tolerance > 0), set_(tolerance) {}
+
+    tav::Point2DF snapped(const tav::Point2DF& p)
+    {
+        if (!isOn_ || !calcora::detail::isFinite(p)) return p;
+        return set_.points()[static_cast<std::size_t>(set_.findOrAdd(p))];
+    }
+
+private:
+    bool isOn_;
+    AutoB::FuzzyPointSet set_;
+};
+
+/// A segment without extent or with a value that is not finite bounds nothing.
+bool isUsable(const SegmentKey& segment)
+{
+    const double lengthSquared = calcora::detail::pointDistSquared(segment.a, segment.b);
+    return std::isfinite(lengthSquared) && lengthSquared > 0 && std::isfinite(segment.bulge) &&
+           calcora::detail::isFinite(segment.a) && calcora::detail::isFinite(segment.b);
+}
+
+void appendSegments(const IDataGeo::Points& points, const IDataGeo::Values& bulges,
+                    std::vector<SegmentKey>& segments)
+{
+    for (int i = 0; i + 1 < points.size(); ++i) {
+        const SegmentKey segment{points[i], points[i + 1], i < bulges.size() ? bulges[i] : 0.0};
+        if (isUsable(segment)) segments.push_back(segment);
+    }
+}
+
+/// The pieces of the segments between their crossings; none when the cancel flag is seen.
+std::vector<SegmentKey> divided(const std::vector<SegmentKey>& segments, bool directed,
+                                bool* cancel)
+{
+    const std::vector<SegmentKey> distinct = calcora::mergeEqualSegments(segments, false);
+    calcora::CAutoDiv divider;
+    divider.setCancelFlag(cancel);
+    divider.reserve(distinct.size());
+    for (const SegmentKey& segment : distinct) divider.addSegment(segment, 1, 0);
+    divider.divide(directed);
+    return divider.takePieces();
+}
+
+}  // namespace
+
+void DataGeo::buildRegions(const PointLists& lines, const ValueLists& lineBulges, PointLists& loops,
+                           ValueLists& loopBulges, bool outerBoundaries, bool* cancel,
+                           double snapTolerance)
+{
+    static const Values noBulges;
+    Snapper snapper(snapTolerance);
+    std::vector<SegmentKey> segments;
+    Points snapped;
+    for (int i = 0; i < lines.size(); ++i) {
+        const Points& line = lines[i];
+        const Values& bulges = i < lineBulges.size() ? lineBulges[i] : noBulges;
+        if (polylineLengthWithBulges(line, bulges, false) < kShortestPolyline) continue;
+        snapped.clear();
+        for (const Point2DF& p : line) snapped.append(snapper.snapped(p));
+        appendSegments(snapped, bulges, segments);
+    }
+
+    const std::vector<SegmentKey> pieces = divided(segments, false, cancel);
+    AutoB::CAutoLoop builder;
+    builder.setCancelFlag(cancel);
+    builder.reserve(pieces.size());
+    for (const SegmentKey& piece : pieces) builder.addSegment(piece, true, 0);
+    builder.buildLoops(outerBoundaries ? kOutlines : kRegions);
+    sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
+}
+
+void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& lineBulges,
+                                   PointLists& loops, ValueLists& loopBulges, bool* cancel)
+{
+    static const Values noBulges;
+    Snapper snapper(kDirectedSnapTolerance);
+    commonFunc geometry(tav::kObjectCapacity);
+    std::vector<SegmentKey> segments;
+    for (int i = 0; i < lines.size(); ++i) {
+        const Points& line = lines[i];
+        Values bulges = i < lineBulges.size() ? lineBulges[i] : noBulges;
+        if (polylineLengthWithBulges(line, bulges, false) < kShortestPolyline) continue;
+        Points figure;
+        figure.reserve(line.size() + 1);
+        for (const Point2DF& p : line) figure.append(snapper.snapped(p));
+        if (signedBulgeArea(figure, bulges) < 0) {
+            reversePointList(figure);
+            geometry.reverseBulges(bulges);
+        }
+        const Point2DF first = std::as_const(figure).first();
+        if (pointDist(first, std::as_const(figure).last()) > kClosedFigure) {
+            figure.append(first);
+            bulges.append(0.0);
+        }
+        appendSegments(figure, bulges, segments);
+    }
+
+    const std::vector<SegmentKey> pieces = divided(segments, true, cancel);
+    AutoB::CAutoLoop builder;
+    builder.setCancelFlag(cancel);
+    builder.reserve(pieces.size());
+    for (const SegmentKey& piece : pieces) builder.addSegment(piece, false, 0);
+    builder.buildDirectedLoops();
+    sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
+}
+
+/// Replaces the outputs by the loops, smallest area first, equal areas in the order found. A loop
+/// whose area is no number goes last.
+void DataGeo::sortLoops(const std::vector<Points>& found, const std::vector<Values>& foundBulges,
+                        PointLists& loops, ValueLists& loopBulges)
+{
+    struct Sized {
+        double area;
+        std::size_t index;
+    };
+    std::vector<Sized> order;
+    order.reserve(found.size());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const double area = std::fabs(signedBulgeArea(found[i], foundBulges[i]));
+        order.push_back({std::isnan(area) ? HUGE_VAL : area, i});
+    }
+    std::sort(order.begin(), order.end(), [](const Sized& a, const Sized& b) {
+        return a.area < b.area || (a.area == b.area && a.index < b.index);
+    });
+
+    PointLists sorted;
+    ValueLists sortedBulges;
+    sorted.reserve(static_cast<int>(order.size()));
+    sortedBulges.reserve(static_cast<int>(order.size()));
+    for (const Sized& loop : order) {
+        sorted.append(found[loop.index]);
+        sortedBulges.append(foundBulges[loop.index]);
+    }
+    loops = std::move(sorted);
+    loopBulges = std::move(sortedBulges);
+}

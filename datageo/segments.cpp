@@ -1,0 +1,119 @@
+#include "datageo/segments.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <utility>
+
+#include "datageo/autob/FuzzyPointSet.h"
+
+namespace calcora {
+
+namespace {
+
+/// Difference of bulges below which two segments with the same ends are one.
+constexpr double kEqualBulge = 1e-7;
+
+/// A segment as the order sees it: ranks of its ends, turned where turning applies.
+struct Ranked {
+    int second;
+    int arrival;
+    double bulge;
+};
+
+/// Segments grouped by the rank of their first end, in order of arrival inside a group.
+struct Grouped {
+    std::vector<Ranked> segments;
+    std::vector<std::size_t> groupEnds;
+};
+
+Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, bool directed)
+{
+    AutoB::FuzzyPointSet ends(kNodeTolerance);
+    ends.reserve(segments.size());
+    std::vector<std::pair<int, int>> endIds;
+    endIds.reserve(segments.size());
+    for (const SegmentKey& segment : segments) {
+        const int a = ends.findOrAdd(segment.a);
+        const int b = ends.findOrAdd(segment.b);
+        endIds.emplace_back(a, b);
+    }
+
+    const std::vector<int> rank = ends.ranks();
+    const auto isTurned = [&](const std::pair<int, int>& ids) { return ids.second < ids.first; };
+    Grouped grouped;
+    grouped.groupEnds.assign(rank.size() + 1, 0);
+    for (auto& [a, b] : endIds) {
+        a = rank[static_cast<std::size_t>(a)];
+        b = rank[static_cast<std::size_t>(b)];
+        ++grouped.groupEnds[static_cast<std::size_t>(directed ? a : std::min(a, b)) + 1];
+    }
+    for (std::size_t i = 1; i < grouped.groupEnds.size(); ++i)
+        grouped.groupEnds[i] += grouped.groupEnds[i - 1];
+
+    // groupEnds[r] is the place of the next segment of group r, and its end once all are placed.
+    grouped.segments.resize(segments.size());
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        const bool turned = !directed && isTurned(endIds[i]);
+        const auto [first, second] =
+            turned ? std::pair(endIds[i].second, endIds[i].first) : endIds[i];
+        const double bulge = turned ? -segments[i].bulge : segments[i].bulge;
+        grouped.segments[grouped.groupEnds[static_cast<std::size_t>(first)]++] = {
+            second, static_cast<int>(i), bulge};
+    }
+    return grouped;
+}
+
+/// Appends the arrivals that stay of one run of segments with equal ends, by bulge.
+void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vector<int>& arrivals)
+{
+    if (run.size() == 1) {
+        arrivals.push_back(run.front().arrival);
+        return;
+    }
+    // Kept bulges lie at least kEqualBulge apart, so only the neighbours can be equal.
+    kept.clear();
+    for (const Ranked& segment : run) {
+        const auto place =
+            std::lower_bound(kept.begin(), kept.end(), segment.bulge,
+                             [](const Ranked& other, double bulge) { return other.bulge < bulge; });
+        const bool equalsNext =
+            place != kept.end() && std::fabs(place->bulge - segment.bulge) < kEqualBulge;
+        const bool equalsPrevious =
+            place != kept.begin() && std::fabs((place - 1)->bulge - segment.bulge) < kEqualBulge;
+        if (!equalsNext && !equalsPrevious) kept.insert(place, segment);
+    }
+    for (const Ranked& segment : kept) arrivals.push_back(segment.arrival);
+}
+
+}  // namespace
+
+std::vector<SegmentKey> mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed)
+{
+    Grouped grouped = groupByFirstEnd(segments, directed);
+    std::vector<int> arrivals;
+    arrivals.reserve(segments.size());
+    std::vector<Ranked> kept;
+    const auto bySecondEnd = [](const Ranked& a, const Ranked& b) {
+        return a.second < b.second || (a.second == b.second && a.arrival < b.arrival);
+    };
+    for (std::size_t begin = 0; const std::size_t groupEnd : grouped.groupEnds) {
+        std::span<Ranked> group(grouped.segments.data() + begin, groupEnd - begin);
+        std::sort(group.begin(), group.end(), bySecondEnd);
+        for (std::size_t i = 0; i < group.size();) {
+            std::size_t end = i + 1;
+            while (end < group.size() && group[end].second == group[i].second) ++end;
+            mergeRun(group.subspan(i, end - i), kept, arrivals);
+            i = end;
+        }
+        begin = groupEnd;
+    }
+
+    std::vector<SegmentKey> merged;
+    merged.reserve(arrivals.size());
+    for (const int arrival : arrivals)
+        merged.push_back(segments[static_cast<std::size_t>(arrival)]);
+    return merged;
+}
+
+}  // namespace calcora

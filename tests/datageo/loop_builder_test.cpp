@@ -1,0 +1,288 @@
+// The loop builder: graph, walks, and agreement with the plain formulation of the walk.
+#include "datageo/autob/CAutoLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <random>
+#include <set>
+
+#include "common/commonFunc.h"
+
+namespace {
+
+using AutoB::CAutoLoop;
+using calcora::SegmentKey;
+using tav::Point2DF;
+using Loop = std::vector<Point2DF>;
+
+std::vector<Loop> loopsOf(const CAutoLoop& builder)
+{
+    std::vector<Loop> loops;
+    for (const auto& loop : builder.loops()) loops.emplace_back(loop.begin(), loop.end());
+    return loops;
+}
+
+/// The walk in its plain form: node lists that shrink, recursion over the path, no blocks.
+/// Straight edges between points of a whole grid only.
+class PlainBuilder {
+public:
+    PlainBuilder(const std::vector<SegmentKey>& edges, bool keepDirection)
+    {
+        for (const SegmentKey& edge : edges) {
+            const auto [a, b] =
+                keepDirection ? std::pair(edge.a, edge.b) : std::pair(edge.b, edge.a);
+            insert({a, b, false}, keepDirection);
+            insert({b, a, true}, keepDirection);
+        }
+    }
+
+    std::vector<Loop> build(bool directed, bool acceptNotNegative)
+    {
+        directed_ = directed;
+        acceptNotNegative_ = acceptNotNegative;
+        std::vector<Key> order;
+        for (const auto accepts :
+             {+[](std::size_t d) { return d > 2; }, +[](std::size_t d) { return d == 2; },
+              +[](std::size_t d) { return d == 1; }})
+            for (const auto& [key, list] : nodes_)
+                if (accepts(list.size())) order.push_back(key);
+        for (const Key& node : order) {
+            for (std::size_t i = 0; i < nodes_[node].size();) {
+                const Half half = nodes_[node][i];
+                if (directed && !half.against) {
+                    ++i;
+                    continue;
+                }
+                ++walk_;
+                start_ = node;
+                path_ = {half};
+                if (step() == Result::Nothing)
+                    ++i;
+                else
+                    nodes_[node].erase(nodes_[node].begin() + static_cast<std::ptrdiff_t>(i));
+            }
+        }
+        return loops_;
+    }
+
+private:
+    using Key = std::pair<double, double>;
+    enum class Result { Closed, Dead, Nothing };
+
+    struct Half {
+        Point2DF from, to;
+        bool against;
+        double angle() const { return std::atan2(to.y() - from.y(), to.x() - from.x()); }
+    };
+
+    static Key keyOf(const Point2DF& p) { return {p.x(), p.y()}; }
+
+    void insert(const Half& half, bool keepDirection)
+    {
+        auto& list = nodes_[keyOf(half.from)];
+        auto place = list.begin();
+        for (; place != list.end(); ++place) {
+            if (std::fabs(half.angle() - place->angle()) < 1e-7) {
+                if (half.against != !keepDirection) break;
+            } else if (half.angle() > place->angle()) {
+                break;
+            }
+        }
+        list.insert(place, half);
+    }
+
+    Result step()
+    {
+        const Half last = path_.back();
+        const Key at = keyOf(last.to);
+        if (at == start_) {
+            Loop loop;
+            double area = 0;
+            for (const Half& half : path_) {
+                loop.push_back(half.from);
+                area += (half.from.x() + half.to.x()) / 2 * (half.from.y() - half.to.y());
+            }
+            if ((area > -1e-20) == acceptNotNegative_) loops_.push_back(loop);
+            return Result::Closed;
+        }
+        if (stamps_[at] == walk_) {
+            path_.pop_back();
+            return Result::Nothing;
+        }
+        stamps_[at] = walk_;
+        double back = std::atan2(last.from.y() - last.to.y(), last.from.x() - last.to.x());
+        if (directed_) back = (back < -M_PI + 1e-7 ? back + 2 * M_PI : back) - 1e-7;
+        auto& list = nodes_[at];
+        const auto first =
+            static_cast<std::size_t>(std::find_if(list.begin(), list.end(),
+                                                  [&](const Half& h) { return h.angle() < back; }) -
+                                     list.begin());
+        for (std::size_t k = 0; k < list.size(); ++k) {
+            const std::size_t i = (first + k) % list.size();
+            const Half candidate = list[i];
+            if (keyOf(candidate.to) == start_ && candidate.to == last.from) continue;
+            if (directed_ && !candidate.against) {
+                list.erase(list.begin() + static_cast<std::ptrdiff_t>(i));
+                return Result::Dead;
+            }
+            path_.push_back(candidate);
+            const Result result = step();
+            if (result == Result::Nothing) continue;
+            list.erase(list.begin() + static_cast<std::ptrdiff_t>(i));
+            return result;
+        }
+        path_.pop_back();
+        return Result::Nothing;
+    }
+
+    std::map<Key, std::vector<Half>> nodes_;
+    std::map<Key, int> stamps_;
+    std::vector<Half> path_;
+    std::vector<Loop> loops_;
+    Key start_;
+    int walk_ = 0;
+    bool directed_ = false;
+    bool acceptNotNegative_ = false;
+};
+
+/// A random part of a grid with one diagonal per cell at most (planar), or random chords between
+/// its points (not planar, as when tolerances leave crossings uncut).
+std::vector<SegmentKey> randomEdges(std::mt19937& random, bool planar)
+{
+    const int size = 2 + static_cast<int>(random() % 4);
+    const auto at = [](int x, int y) { return Point2DF(x, y); };
+    std::vector<SegmentKey> edges;
+    const auto maybe = [&](Point2DF a, Point2DF b) {
+        if (random() % 4 == 0) return;
+        if (random() % 2) std::swap(a, b);
+        edges.push_back({a, b, 0.0});
+    };
+    for (int x = 0; x < size; ++x)
+        for (int y = 0; y < size; ++y) {
+            if (x + 1 < size) maybe(at(x, y), at(x + 1, y));
+            if (y + 1 < size) maybe(at(x, y), at(x, y + 1));
+            if (x + 1 < size && y + 1 < size && random() % 2) maybe(at(x, y + 1), at(x + 1, y));
+        }
+    if (!planar) {
+        std::set<std::pair<int, int>> used;
+        for (int i = 0; i < size; ++i) {
+            const int a = static_cast<int>(random() % static_cast<unsigned>(size * size));
+            const int b = static_cast<int>(random() % static_cast<unsigned>(size * size));
+            // Far enough apart not to run along a grid edge or another chord.
+            if (std::abs(a / size - b / size) < 2 || std::abs(a % size - b % size) < 1) continue;
+            if (used.insert({std::min(a, b), std::max(a, b)}).second)
+                edges.push_back({at(a / size, a % size), at(b / size, b % size), 0.0});
+        }
+    }
+    std::shuffle(edges.begin(), edges.end(), random);
+    return edges;
+}
+
+TEST(LoopBuilder, FindsWhatThePlainWalkFinds)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 600; ++round) {
+        SCOPED_TRACE(round);
+        const auto edges = randomEdges(random, round % 3 != 0);
+        for (const int mode : {0, 1}) {
+            CAutoLoop builder;
+            for (const SegmentKey& edge : edges) builder.addSegment(edge, true, 0);
+            builder.buildLoops(mode);
+            EXPECT_EQ(loopsOf(builder), PlainBuilder(edges, true).build(false, mode == 1));
+        }
+        CAutoLoop directed;
+        for (const SegmentKey& edge : edges) directed.addSegment(edge, false, 0);
+        directed.buildDirectedLoops();
+        EXPECT_EQ(loopsOf(directed), PlainBuilder(edges, false).build(true, false));
+    }
+}
+
+TEST(LoopBuilder, OrdersManyHalfEdgesOfANodeAsInsertionDoes)
+{
+    // A wheel with 150 spokes, its rim added first: the hub's list is built by sorting.
+    std::vector<SegmentKey> edges;
+    const auto rim = [](int i) {
+        return Point2DF(std::round(1e4 * std::cos(i * M_PI / 75)),
+                        std::round(1e4 * std::sin(i * M_PI / 75)));
+    };
+    for (int i = 0; i < 150; ++i) edges.push_back({rim(i), rim((i + 1) % 150), 0.0});
+    for (int i = 0; i < 150; ++i) edges.push_back({rim(i * 7 % 150), {0, 0}, 0.0});
+    CAutoLoop builder;
+    for (const SegmentKey& edge : edges) builder.addSegment(edge, true, 0);
+    builder.buildLoops(0);
+    EXPECT_EQ(builder.loops().size(), 150u);
+    EXPECT_EQ(loopsOf(builder), PlainBuilder(edges, true).build(false, false));
+}
+
+TEST(LoopBuilder, KeepsShapesAndTagsOfPolylines)
+{
+    // A closed polyline is two halves; a two-segment polyline keeps its middle point and its arc.
+    CAutoLoop builder;
+    builder.addPolyline({{0, 0}, {4, 0}, {4, 4}, {0, 0}}, {0, 0, 0, 0}, true, 9);
+    builder.addPolyline({{10, 0}, {14, 0}, {14, 4}}, {0, 0.5, 0}, true, 3);
+    builder.addPolyline({{14, 4}, {10, 0}}, {0, 0}, false, 5);
+    builder.addPolyline({{20, 0}, {20, 1e-8}}, {0, 0}, true, 1);
+    builder.buildLoops(0);
+    ASSERT_EQ(builder.loops().size(), 2u);
+    EXPECT_EQ(builder.loops()[0].size(), 3);
+    EXPECT_EQ(builder.loopTags()[0], (CAutoLoop::Tags{0, 0}));
+    ASSERT_EQ(builder.loops()[1].size(), 3);
+    const auto& bulges = builder.loopBulges()[1];
+    EXPECT_EQ(std::count(bulges.begin(), bulges.end(), 0.5), 1);
+    EXPECT_EQ(std::set<unsigned>(builder.loopTags()[1].begin(), builder.loopTags()[1].end()),
+              (std::set<unsigned>{3, 5}));
+}
+
+TEST(LoopBuilder, TellsArcsApartThatLeaveAlongOneTangent)
+{
+    // Lens between an arc and a flatter one, both from (0,0) to (2,0), and their chord.
+    CAutoLoop builder;
+    for (const double bulge : {0.4, 0.2, 0.0}) builder.addSegment({{0, 0}, {2, 0}, bulge}, true, 0);
+    builder.buildLoops(0);
+    EXPECT_EQ(builder.loops().size(), 2u);
+}
+
+TEST(LoopBuilder, StopsBeforeAWalkAndCanGoOn)
+{
+    bool cancel = true;
+    CAutoLoop builder;
+    builder.setCancelFlag(&cancel);
+    for (int i = 0; i < 4; ++i) {
+        const Point2DF corners[] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+        builder.addSegment({corners[i], corners[(i + 1) % 4], 0.0}, true, 0);
+    }
+    builder.buildLoops(0);
+    EXPECT_TRUE(builder.loops().empty());
+    cancel = false;
+    builder.buildLoops(0);
+    EXPECT_EQ(builder.loops().size(), 1u);
+    builder.buildLoops(0);
+    EXPECT_EQ(builder.loops().size(), 1u);
+}
+
+TEST(LoopBuilder, LocatesPointsByTheHalfOpenRule)
+{
+    const CAutoLoop::Points diamond{{1, 0}, {2, 1}, {1, 2}, {0, 1}};
+    struct Case {
+        double x, y;
+        int expected;
+    };
+    for (const Case& c : {Case{1, 1, -1},
+                          {-1, 1, 1},
+                          {-1, 0, 1},
+                          {-1, 2, 1},
+                          {0.5, 0.5, 0},
+                          {1.5, 0.5 + 2e-6, -1},
+                          {NAN, 1, 1}})
+        EXPECT_EQ(CAutoLoop::pointInPolygon(diamond, c.x, c.y), c.expected) << c.x << ' ' << c.y;
+    EXPECT_EQ(CAutoLoop::pointInPolygon({{0, 0}, {1, 1}}, 0.5, 0.5), 0);
+    // A long oblique edge far from the origin still knows the points on it.
+    const CAutoLoop::Points far{{5e5, 4e6}, {5e5 + 871, 4e6 + 491}, {5e5, 4e6 + 1000}};
+    for (int i = 1; i < 100; ++i)
+        EXPECT_EQ(CAutoLoop::pointInPolygon(far, 5e5 + 8.71 * i, 4e6 + 4.91 * i), 0) << i;
+}
+
+}  // namespace

@@ -1,0 +1,349 @@
+// Loop extraction end to end: tables of figures, and properties of random line work.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <numeric>
+#include <random>
+#include <thread>
+
+#include "datageo/DataGeo.h"
+
+namespace {
+
+using Points = DataGeo::Points;
+using Values = DataGeo::Values;
+using tav::Point2DF;
+
+struct Lines {
+    DataGeo::PointLists points;
+    DataGeo::ValueLists bulges;
+
+    Lines& add(const Points& line, const Values& lineBulges = {})
+    {
+        points.append(line);
+        Values padded = lineBulges;
+        padded.resize(line.size());
+        bulges.append(padded);
+        return *this;
+    }
+};
+
+struct Loops {
+    DataGeo::PointLists points;
+    DataGeo::ValueLists bulges;
+};
+
+/// Signed area, counter-clockwise positive, by summing fine chords about the first vertex.
+double areaByQuadrature(const Points& loop, const Values& bulges)
+{
+    const Point2DF origin = loop[0];
+    double twice = 0;
+    for (int i = 0; i < loop.size(); ++i) {
+        const Point2DF a = loop[i] - origin;
+        const Point2DF b = loop[(i + 1) % loop.size()] - origin;
+        // A point at share t of the chord's arc, by the sagitta's parabola-free circle equation.
+        const int steps = bulges[i] == 0 ? 1 : 2000;
+        const double half = 2 * std::atan(bulges[i]);
+        Point2DF last = a;
+        for (int k = 1; k <= steps; ++k) {
+            Point2DF p = b;
+            if (k < steps) {
+                const double t = static_cast<double>(k) / steps;
+                const double scale = std::sin(t * half) / std::sin(half);
+                const double turn = -(1 - t) * half;
+                const Point2DF d = b - a;
+                p = Point2DF(a.x() + scale * (d.x() * std::cos(turn) - d.y() * std::sin(turn)),
+                             a.y() + scale * (d.x() * std::sin(turn) + d.y() * std::cos(turn)));
+            }
+            twice += last.x() * p.y() - p.x() * last.y();
+            last = p;
+        }
+    }
+    return twice / 2;
+}
+
+Loops extract(const Lines& lines, bool outlines = false, double snap = 0)
+{
+    Loops loops;
+    DataGeo(0).buildRegions(lines.points, lines.bulges, loops.points, loops.bulges, outlines,
+                            nullptr, snap);
+    return loops;
+}
+
+std::vector<double> areasOf(const Loops& loops)
+{
+    std::vector<double> areas;
+    for (int i = 0; i < loops.points.size(); ++i)
+        areas.push_back(areaByQuadrature(loops.points[i], loops.bulges[i]));
+    return areas;
+}
+
+Lines square(double x, double y, double side, Lines lines = {})
+{
+    const Points corners{{x, y}, {x + side, y}, {x + side, y + side}, {x, y + side}, {x, y}};
+    for (int i = 0; i < 4; ++i) lines.add({corners[i], corners[i + 1]});
+    return lines;
+}
+
+TEST(Regions, OfFiguresByHand)
+{
+    struct Case {
+        const char* what;
+        Lines lines;
+        std::vector<double> regions;
+        std::vector<double> outlines;
+        double snap = 0;
+    };
+    const double quarter = std::tan(M_PI / 8);
+    const std::vector<Case> cases{
+        {"square of lines", square(0, 0, 2), {4}, {-4}},
+        {"square with a diagonal", square(0, 0, 2).add({{0, 0}, {2, 2}}), {2, 2}, {-4}},
+        {"apart, smaller first", square(9, 9, 1, square(0, 0, 2)), {1, 4}, {-1, -4}},
+        {"joined by a bridge",
+         square(9, 0, 1, square(0, 0, 2)).add({{2, 1}, {9, 0.5}}),
+         {1, 4},
+         {-1, -4}},
+        {"touching at a vertex", square(2, 2, 1, square(0, 0, 2)), {1, 4}, {-1, -4}},
+        {"side shared", square(2, 0, 2, square(0, 0, 2)), {4, 4}, {-8}},
+        {"island", square(2, 2, 1, square(0, 0, 5)), {1, 25}, {-1, -25}},
+        {"with a dangle", square(0, 0, 2).add({{1, 2}, {1, 5}}).add({{1, 2}, {1, 1}}), {4}, {-4}},
+        {"drawn twice", square(0, 0, 2, square(0, 0, 2)).add({{2, 0}, {0, 0}}), {4}, {-4}},
+        {"as one polyline", Lines().add({{0, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}}), {4}, {-4}},
+        {"disc and chord",
+         Lines().add({{-1, 0}, {1, 0}, {-1, 0}}, {1, 1}).add({{-1, 0}, {1, 0}}),
+         {M_PI / 2, M_PI / 2},
+         {-M_PI}},
+        {"stadium",
+         Lines().add({{0, 0}, {4, 0}, {4, 2}, {0, 2}, {0, 0}}, {0, 1, 0, 1}),
+         {8 + M_PI},
+         {-8 - M_PI}},
+        {"rounded square cut by a line through two tangent points",
+         Lines()
+             .add({{1, 0}, {9, 0}, {10, 1}, {10, 9}, {9, 10}, {1, 10}, {0, 9}, {0, 1}, {1, 0}},
+                  {0, quarter, 0, quarter, 0, quarter, 0, quarter})
+             .add({{1, -5}, {1, 15}}),
+         {8 + M_PI / 2, 92 - (4 - M_PI) - M_PI / 2},
+         {-100 + (4 - M_PI)}},
+        {"gap below the snap tolerance",
+         Lines().add({{0, 0}, {2, 0}, {2, 2}}).add({{2, 2.01}, {0, 2}, {0, 0.01}}),
+         {4},
+         {-4},
+         0.05},
+        {"gap above the snap tolerance",
+         Lines().add({{0, 0}, {2, 0}, {2, 2}}).add({{2, 2.01}, {0, 2}, {0, 0.01}}),
+         {},
+         {},
+         0.005},
+        {"too short, unlike lists, no number",
+         Lines().add({{0, 0}, {5e-8, 0}}).add({{0, 0}}).add({{NAN, 0}, {1, 1}, {1, INFINITY}}),
+         {},
+         {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        for (const bool outlines : {false, true}) {
+            const auto& expected = outlines ? c.outlines : c.regions;
+            const auto areas = areasOf(extract(c.lines, outlines, c.snap));
+            ASSERT_EQ(areas.size(), expected.size());
+            for (std::size_t i = 0; i < areas.size(); ++i)
+                EXPECT_NEAR(areas[i], expected[i], c.snap > 0 ? 0.05 : 3e-6);
+        }
+    }
+}
+
+TEST(Regions, LeaveOutPolylinesWithUnlikeListsAndReplaceTheOutputs)
+{
+    Lines lines = square(0, 0, 2);
+    lines.bulges[3] = Values{0, 0, 0};
+    Loops loops{{{{1, 1}}}, {{0}}};
+    DataGeo(0).buildRegions(lines.points, lines.bulges, loops.points, loops.bulges, false, nullptr,
+                            0);
+    EXPECT_TRUE(loops.points.isEmpty());
+    EXPECT_TRUE(loops.bulges.isEmpty());
+}
+
+/// V, E and C of the arrangement of segments in general position, all pairs in long double.
+struct Arrangement {
+    int vertices = 0;
+    int edges = 0;
+    int components = 0;
+};
+
+Arrangement arrangementOf(const std::vector<std::pair<Point2DF, Point2DF>>& segments)
+{
+    std::vector<std::size_t> parent(segments.size());
+    std::iota(parent.begin(), parent.end(), std::size_t{0});
+    const auto root = [&](std::size_t i) {
+        while (parent[i] != i) i = parent[i] = parent[parent[i]];
+        return i;
+    };
+    Arrangement result;
+    int crossings = 0;
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        for (std::size_t j = i + 1; j < segments.size(); ++j) {
+            const auto side = [](const Point2DF& p, const Point2DF& q, const Point2DF& r) {
+                const auto term = [](double a, double b, double c, double d) {
+                    return (static_cast<long double>(a) - b) * (static_cast<long double>(c) - d);
+                };
+                return term(q.x(), p.x(), r.y(), p.y()) - term(q.y(), p.y(), r.x(), p.x());
+            };
+            const auto& [a, b] = segments[i];
+            const auto& [c, d] = segments[j];
+            if (side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0) {
+                ++crossings;
+                parent[root(i)] = root(j);
+            }
+        }
+    for (std::size_t i = 0; i < segments.size(); ++i) result.components += root(i) == i;
+    const int n = static_cast<int>(segments.size());
+    result.vertices = 2 * n + crossings;
+    result.edges = n + 2 * crossings;
+    return result;
+}
+
+TEST(Regions, OfRandomLinesObeyEulerAndTileTheirOutlines)
+{
+    std::mt19937 random(2024);
+    std::uniform_real_distribution<double> at(0, 100);
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<std::pair<Point2DF, Point2DF>> segments;
+        for (int i = 0; i < 40 + 10 * round; ++i)
+            segments.push_back({{at(random), at(random)}, {at(random), at(random)}});
+        const Arrangement truth = arrangementOf(segments);
+        const int faces = truth.edges - truth.vertices + truth.components;
+
+        std::vector<double> firstAreas;
+        for (const Point2DF& shift : {Point2DF(0, 0), Point2DF(5e5, 4e6)}) {
+            std::shuffle(segments.begin(), segments.end(), random);
+            Lines lines;
+            for (const auto& [a, b] : segments) lines.add({a + shift, b + shift});
+            const Loops regions = extract(lines);
+            ASSERT_EQ(regions.points.size(), faces);
+            const auto areas = areasOf(regions);
+            EXPECT_TRUE(std::all_of(areas.begin(), areas.end(), [](double a) { return a > 0; }));
+            EXPECT_TRUE(std::is_sorted(areas.begin(), areas.end()));
+            const auto outlines = areasOf(extract(lines, true));
+            if (truth.components == 1) {
+                EXPECT_NEAR(std::accumulate(areas.begin(), areas.end(), 0.0),
+                            -std::accumulate(outlines.begin(), outlines.end(), 0.0), 1e-4);
+            }
+            if (firstAreas.empty()) firstAreas = areas;
+            for (std::size_t i = 0; i < areas.size(); ++i)
+                EXPECT_NEAR(areas[i], firstAreas[i], 1e-5);
+        }
+    }
+}
+
+TEST(Regions, OfDiscsAndLinesObeyEuler)
+{
+    std::mt19937 random(99);
+    std::uniform_real_distribution<double> at(0, 60);
+    for (int round = 0; round < 8; ++round) {
+        SCOPED_TRACE(round);
+        struct Disc {
+            Point2DF centre;
+            double radius;
+        };
+        std::vector<Disc> discs;
+        for (int i = 0; i < 25; ++i)
+            discs.push_back({{at(random), at(random)}, 2 + at(random) / 10});
+        Lines lines;
+        std::vector<std::size_t> parent(discs.size());
+        std::iota(parent.begin(), parent.end(), std::size_t{0});
+        const auto root = [&](std::size_t i) {
+            while (parent[i] != i) i = parent[i];
+            return i;
+        };
+        int crossings = 0;
+        for (std::size_t i = 0; i < discs.size(); ++i) {
+            const auto& [c, r] = discs[i];
+            lines.add({{c.x() - r, c.y()}, {c.x() + r, c.y()}, {c.x() - r, c.y()}}, {1, 1});
+            for (std::size_t j = 0; j < i; ++j) {
+                const double d = c.distanceTo(discs[j].centre);
+                if (d < r + discs[j].radius && d > std::fabs(r - discs[j].radius)) {
+                    crossings += 2;
+                    parent[root(i)] = root(j);
+                }
+            }
+        }
+        int components = 0;
+        for (std::size_t i = 0; i < discs.size(); ++i) components += root(i) == i;
+        // Two vertices and two edges per circle; every crossing adds one vertex and two edges.
+        const Loops regions = extract(lines);
+        EXPECT_EQ(regions.points.size(), crossings + components);
+        for (const double area : areasOf(regions)) EXPECT_GT(area, 0);
+    }
+}
+
+TEST(Regions, OfOneRingOfAMillionEdgesNeedNoDeepStack)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    constexpr int kVertices = 100000;
+#else
+    constexpr int kVertices = 1000000;
+#endif
+    Points ring;
+    for (int i = 0; i <= kVertices; ++i) {
+        const double angle = 2 * M_PI * (i % kVertices) / kVertices;
+        ring.append({2e6 * std::cos(angle), 2e6 * std::sin(angle)});
+    }
+    const Loops loops = extract(Lines().add(ring));
+    ASSERT_EQ(loops.points.size(), 1);
+    EXPECT_EQ(loops.points[0].size(), kVertices);
+    const double area = 0.5 * kVertices * 4e12 * std::sin(2 * M_PI / kVertices);
+    EXPECT_NEAR(areasOf(loops)[0] / area, 1, 1e-9);
+}
+
+TEST(Regions, StopWhenAskedFromAnotherThread)
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> at(0, 1000);
+    Lines lines;
+    for (int i = 0; i < 3000; ++i) lines.add({{at(random), at(random)}, {at(random), at(random)}});
+    bool cancel = false;
+    Loops loops;
+    std::thread asking([&] { std::atomic_ref(cancel).store(true); });
+    DataGeo(0).buildRegions(lines.points, lines.bulges, loops.points, loops.bulges, false, &cancel,
+                            0);
+    asking.join();
+    EXPECT_EQ(loops.points.size(), loops.bulges.size());
+    DataGeo(0).buildRegions(lines.points, lines.bulges, loops.points, loops.bulges, false, &cancel,
+                            0);
+    EXPECT_TRUE(loops.points.isEmpty()) << "raised before the first intersection test";
+}
+
+TEST(DirectedRegions, AreTheGapsBetweenFigures)
+{
+    const auto extractGaps = [](const Lines& lines) {
+        Loops loops;
+        DataGeo(0).buildDirectedRegions(lines.points, lines.bulges, loops.points, loops.bulges,
+                                        nullptr);
+        return areasOf(loops);
+    };
+    const auto rectangle = [](double x0, double y0, double x1, double y1, bool reversed) {
+        Points corners{{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
+        if (reversed) std::reverse(corners.begin(), corners.end());
+        return corners;
+    };
+    // Four bars around a hole of 6 by 4, in either orientation, open or closed.
+    Lines frame;
+    frame.add(rectangle(0, 0, 10, 1, false)).add(rectangle(0, 5, 10, 6, true));
+    frame.add(rectangle(0, 1, 2, 5, true)).add(rectangle(8, 1, 10, 5, false));
+    ASSERT_EQ(extractGaps(frame).size(), 1u);
+    EXPECT_NEAR(extractGaps(frame)[0], 24, 1e-9);
+    EXPECT_TRUE(extractGaps(Lines().add(rectangle(0, 0, 10, 1, false))).empty());
+    EXPECT_TRUE(
+        extractGaps(Lines().add(rectangle(0, 0, 10, 1, false)).add(rectangle(0, 1, 10, 2, false)))
+            .empty());
+    // A cancelled call replaces the outputs by nothing.
+    Loops loops{{{{1, 1}}}, {{0}}};
+    bool cancel = true;
+    DataGeo(0).buildDirectedRegions(frame.points, frame.bulges, loops.points, loops.bulges,
+                                    &cancel);
+    EXPECT_TRUE(loops.points.isEmpty());
+}
+
+}  // namespace
