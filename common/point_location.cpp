@@ -1,39 +1,173 @@
-// Point location in polygons and regions.
+// Where a point lies: inside a polygon, a ring with arcs or a region, on its boundary, or outside.
+//
+// A crossing count along the ray from the point towards +x, after a test of the boundary. Rings
+// are moved so that the point is the origin, which changes no comparison of heights.
+
+#include <algorithm>
 
 #include "common/commonFunc.h"
+#include "common/detail/bulges.h"
+#include "common/detail/ring_pieces.h"
+#include "common/detail/vec.h"
 
-int commonFunc::polylineRegionRelation(const Points&, const Points&)
+namespace detail = calcora::detail;
+
+namespace {
+
+using tav::Point2DF;
+
+enum Location : int { kInside = -1, kOnBoundary = 0, kOutside = 1, kTooFewVertices = -2 };
+
+/// Square drawing units: an edge shorter than the root of this has no boundary of its own.
+constexpr double kShortEdgeSquared = 1e-8;
+/// Square drawing units: a point nearer to a segment's line than the root of this is on it.
+constexpr double kOnSegmentSquared = 1e-8;
+/// Square drawing units along a segment: rounding allowed at its ends, with its share of length.
+constexpr double kSegmentEndSlack = 1e-12;
+constexpr double kSegmentEndSlackPerLength = 2e-14;
+/// Drawing units: a point nearer to an arc's circle is on it.
+constexpr double kOnArc = 1e-6;
+/// Share of an arc by which a point on it may lie beyond its ends.
+constexpr double kArcEndSlack = 1e-6;
+/// Drawing units: play in x when a point is compared with the ends of an arc piece.
+constexpr double kPieceSlack = 1e-6;
+
+constexpr Point2DF kOrigin;
+
+/// Whether exactly one end of the edge lies above the origin.
+bool straddlesRay(const Point2DF& a, const Point2DF& b)
 {
-    return 0;
+    return (a.y() > 0) != (b.y() > 0);
 }
 
-bool commonFunc::isPointOnSegment(const Point2DF&, const Point2DF&, const Point2DF&)
+/// Whether the ray from the origin towards +x crosses the straight edge between a and b.
+bool rayCrossesEdge(const Point2DF& a, const Point2DF& b)
 {
-    return false;
+    return straddlesRay(a, b) && 0 < (b.x() - a.x()) * -a.y() / (b.y() - a.y()) + a.x();
 }
 
-int commonFunc::pointInBulgeRegion(const PointLists&, const ValueLists&, const Point2DF&)
+/// Whether the ray from the origin towards +x crosses a piece that rises or falls throughout.
+bool rayCrossesArc(const detail::RingPiece& piece)
 {
-    return 0;
+    if (!straddlesRay(piece.from, piece.to)) return false;
+    const auto [left, right] = std::minmax({piece.from.x(), piece.to.x()});
+    if (0 > right + kPieceSlack) return false;
+    if (0 < left + kPieceSlack) return true;
+    const double distance = detail::length(piece.circle.centre);
+    const double middle = (piece.from.x() + piece.to.x()) / 2;
+    if (middle > piece.circle.centre.x()) return distance < piece.circle.radius;
+    return distance > piece.circle.radius;
 }
 
-int commonFunc::pointInRegion(const PointLists&, const Point2DF&)
+/// Whether p lies on the arc from a to b of the circle.
+bool isOnArc(IcommonFunc& geometry, const Point2DF& p, const Point2DF& a, const Point2DF& b,
+             bool clockwise, const detail::Circle& circle)
 {
-    return 0;
+    const double distance = std::sqrt(geometry.pointDistSquared(p, circle.centre));
+    if (!(std::fabs(distance - circle.radius) <= kOnArc)) return false;
+    const double fraction = geometry.arcSweepFraction(p, circle.centre, a, b, clockwise);
+    return -kArcEndSlack <= fraction && fraction <= 1.000001;
 }
 
-int commonFunc::pointInBulgePolygon(const Points&, const Values&, const Point2DF&)
+/// The region's rings in order: a hole decides at once, an outer ring by a point inside it, unless
+/// a later hole says otherwise. `locate(i)` is the point's place in ring i.
+template <class Locate>
+int locateInRings(IcommonFunc& geometry, const IcommonFunc::PointLists& rings, Locate&& locate)
 {
-    return 0;
+    bool inside = false;
+    for (int i = 0; i < rings.size(); ++i) {
+        const bool isOuter = geometry.isClockwiseRing(rings[i]);
+        if (isOuter && inside) continue;
+        const int code = locate(i);
+        if (code == kOnBoundary) return kOnBoundary;
+        if (code != kInside) continue;
+        if (!isOuter) return kOutside;
+        inside = true;
+    }
+    return inside ? kInside : kOutside;
 }
 
-int commonFunc::pointInPolygon(const Points&, const Point2DF&)
+}  // namespace
+
+bool commonFunc::isPointOnSegment(const Point2DF& p, const Point2DF& a, const Point2DF& b)
 {
-    return 0;
+    const bool isNearerToA = detail::pointDistSquared(p, a) < detail::pointDistSquared(p, b);
+    const Point2DF& near = isNearerToA ? a : b;
+    const Point2DF& far = isNearerToA ? b : a;
+    const Point2DF v = far - near;
+    const Point2DF w = p - near;
+    const double along = detail::dot(v, w);
+    const double lengthSquared = detail::lengthSquared(v);
+    if (!(lengthSquared > 0 && along >= -kSegmentEndSlack &&
+          along <= lengthSquared + kSegmentEndSlackPerLength * std::sqrt(lengthSquared) +
+                       kSegmentEndSlack))
+        return false;
+    // From the cross product: |w|^2 - along^2 / |v|^2 is all rounding on a long segment.
+    const double across = detail::cross(v, w);
+    return across * across / lengthSquared < kOnSegmentSquared;
 }
 
-bool commonFunc::isPointOnBulgeSegment(const Point2DF&, const Point2DF&, const Point2DF&, double,
-                                       Point2DF&, double*)
+bool commonFunc::isPointOnBulgeSegment(const Point2DF& p, const Point2DF& a, const Point2DF& b,
+                                       double bulge, Point2DF& centre, double* radius)
 {
-    return false;
+    if (!(std::fabs(bulge) >= detail::kStraightInRing)) return isPointOnSegment(p, a, b);
+    const Point2DF chord = b - a;
+    detail::Circle circle;
+    bulgeArcCenter(kOrigin, chord, bulge, circle.centre, &circle.radius);
+    const bool isOn = isOnArc(*this, p - a, kOrigin, chord, bulge < 0, circle);
+    centre = a + circle.centre;
+    if (radius) *radius = circle.radius;
+    return isOn;
+}
+
+int commonFunc::pointInPolygon(const Points& ring, const Point2DF& p)
+{
+    const int n = ring.size();
+    if (n < 3) return kTooFewVertices;
+    bool inside = false;
+    Point2DF from = ring[n - 1] - p;
+    for (int i = 0; i < n; ++i) {
+        const Point2DF to = ring[i] - p;
+        // A short edge is no boundary, but it closes the ring: left out of the count, it would turn
+        // inside and outside round for all points level with it.
+        const bool isShort = pointDistSquared(to, from) < kShortEdgeSquared;
+        if (!isShort && isPointOnSegment(kOrigin, to, from)) return kOnBoundary;
+        if (rayCrossesEdge(to, from)) inside = !inside;
+        from = to;
+    }
+    return inside ? kInside : kOutside;
+}
+
+int commonFunc::pointInBulgePolygon(const Points& ring, const Values& bulges, const Point2DF& p)
+{
+    if (ring.size() < 2) return kTooFewVertices;
+    if (bulges.isEmpty()) return pointInPolygon(ring, p);
+    bool inside = false;
+    for (const detail::RingPiece& piece : detail::cutRingAtArcExtremes(*this, ring, bulges, p)) {
+        const auto& [from, to, bulge, circle] = piece;
+        const bool isShort = pointDistSquared(to, from) < kShortEdgeSquared;
+        const bool isArc = !isShort && std::fabs(bulge) >= detail::kStraightInRing;
+        if (isArc) {
+            if (isOnArc(*this, kOrigin, from, to, bulge < 0, circle)) return kOnBoundary;
+        } else if (!isShort && isPointOnSegment(kOrigin, to, from)) {
+            return kOnBoundary;
+        }
+        if (isArc ? rayCrossesArc(piece) : rayCrossesEdge(to, from)) inside = !inside;
+    }
+    return inside ? kInside : kOutside;
+}
+
+int commonFunc::pointInRegion(const PointLists& rings, const Point2DF& p)
+{
+    return locateInRings(*this, rings, [&](int i) { return pointInPolygon(rings[i], p); });
+}
+
+int commonFunc::pointInBulgeRegion(const PointLists& rings, const ValueLists& bulgeLists,
+                                   const Point2DF& p)
+{
+    return locateInRings(*this, rings, [&](int i) {
+        const bool hasArcs = i < bulgeLists.size() && !bulgeLists[i].isEmpty();
+        return hasArcs ? pointInBulgePolygon(rings[i], bulgeLists[i], p)
+                       : pointInPolygon(rings[i], p);
+    });
 }

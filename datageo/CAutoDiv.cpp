@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "common/detail/arc_extremes.h"
 #include "tavrel/NormalObject.h"
 
 namespace calcora {
@@ -76,23 +77,19 @@ RTreeRect CAutoDiv::boxOf(const SegmentKey& segment)
     RTreeRect box{std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
                   std::max(a.y(), b.y())};
     if (!(std::fabs(bulge) >= kBoxArcBulge)) return box;
-    tav::Point2DF centre;
-    double radius = 0;
-    geometry_.bulgeArcCenter(a, b, bulge, centre, &radius);
-    const auto isOnArc = [&](const tav::Point2DF& extreme) {
-        const double f = geometry_.arcSweepFraction(extreme, centre, a, b, bulge < 0);
-        return 0 < f && f < 1;
+    detail::Circle circle;
+    geometry_.bulgeArcCenter(a, b, bulge, circle.centre, &circle.radius);
+    const auto fractionOf = [&, start = a, end = b, clockwise = bulge < 0](const tav::Point2DF& p) {
+        return geometry_.arcSweepFraction(p, circle.centre, start, end, clockwise);
     };
     // An extreme at an end of the arc can lie a rounding step inside it, so boxes only ever widen.
-    using tav::Point2DF;
-    if (isOnArc({centre.x(), centre.y() + radius}))
-        box.maxY = std::max(box.maxY, centre.y() + radius);
-    if (isOnArc({centre.x() - radius, centre.y()}))
-        box.minX = std::min(box.minX, centre.x() - radius);
-    if (isOnArc({centre.x(), centre.y() - radius}))
-        box.minY = std::min(box.minY, centre.y() - radius);
-    if (isOnArc({centre.x() + radius, centre.y()}))
-        box.maxX = std::max(box.maxX, centre.x() + radius);
+    detail::forEachArcExtreme(circle, fractionOf,
+                              [&](detail::ArcExtreme, const tav::Point2DF& p, double) {
+                                  box.minX = std::min(box.minX, p.x());
+                                  box.minY = std::min(box.minY, p.y());
+                                  box.maxX = std::max(box.maxX, p.x());
+                                  box.maxY = std::max(box.maxY, p.y());
+                              });
     return box;
 }
 

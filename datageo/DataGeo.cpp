@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "common/commonFunc.h"
-#include "common/detail/primitives.h"
+#include "common/detail/arc.h"
 #include "common/detail/sort_points.h"
 #include "datageo/autob/CAutoLoop.h"
 #include "tavrel/NormalObject.h"
@@ -19,9 +19,6 @@ constexpr double kStraightLengthBulge = 1e-6;
 
 /// Bulge below which chord and arc enclose nothing.
 constexpr double kStraightAreaBulge = 1e-12;
-
-/// Bulge below which the series of the area between chord and arc is used.
-constexpr double kFlatAreaBulge = 1e-3;
 
 /// Squared distance from which a ring's ends count as apart.
 constexpr double kOpenRingSquared = 1e-12;
@@ -93,14 +90,8 @@ double DataGeo::segmentLengthWithBulge(const Point2DF& p1, const Point2DF& p2, d
 
 double DataGeo::bulgeChordArea(const Point2DF& p1, const Point2DF& p2, double bulge)
 {
-    const double b = std::fabs(bulge);
-    if (!(b >= kStraightAreaBulge)) return 0.0;
-    const double chordSquared = pointDistSquared(p1, p2);
-    if (b < kFlatAreaBulge) return b * chordSquared / 3 * (1 + b * b / 5);
-    const double sweep = 4 * std::atan(b);
-    const double radiusOverChord = (1 + b * b) / (4 * b);
-    return radiusOverChord * radiusOverChord * chordSquared / 2 *
-           (sweep - std::fabs(std::sin(sweep)));
+    if (!(std::fabs(bulge) >= kStraightAreaBulge)) return 0.0;
+    return detail::areaBesideChord(pointDistSquared(p1, p2), bulge);
 }
 
 double DataGeo::polygonAreaAbs(const Points& polygon)

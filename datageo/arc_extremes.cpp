@@ -1,9 +1,8 @@
 // Arcs of IDataGeo: their circles, and their topmost, leftmost, lowest and rightmost points.
-#include <array>
 #include <cmath>
 #include <utility>
 
-#include "common/detail/primitives.h"
+#include "common/detail/arc_extremes.h"
 #include "datageo/DataGeo.h"
 
 namespace detail = calcora::detail;
@@ -21,44 +20,21 @@ constexpr double kSamePosition = 1e-6;
 void DataGeo::arcCenterFromBulge(const Point2DF& p1, const Point2DF& p2, double bulge,
                                  Point2DF& centre, double* radius)
 {
-    const double quarter = pointDistSquared(p1, p2) / 4;
-    if (quarter == 0 && bulge != 0) {
-        centre = p1;
-        if (radius) *radius = 0;
-        return;
-    }
-    const double sagittaSquared = quarter * bulge * bulge;
-    const double sagitta = std::sqrt(sagittaSquared);
-    const double arcRadius = (sagittaSquared + quarter) * 0.5 / sagitta;
-    Point2DF found = detail::midpoint(p1, p2);
-    if (bulge != 0) {
-        const double chord = lineAngle(p1, p2);
-        const double towardsCentre = bulge > 0 ? chord + detail::kPi / 2 : chord - detail::kPi / 2;
-        polarPoint(found, towardsCentre, arcRadius - sagitta, found);
-    }
-    centre = found;
-    if (radius) *radius = arcRadius;
+    const detail::Circle circle = detail::bulgeArcCircle(*this, p1, p2, bulge);
+    centre = circle.centre;
+    if (radius) *radius = circle.radius;
 }
 
 double DataGeo::arcLengthFromCenter(const Point2DF& centre, double radius, const Point2DF& from,
                                     const Point2DF& to, bool clockwise)
 {
-    const double start = lineAngle(centre, from);
-    const double end = lineAngle(centre, to);
-    return radius * (clockwise ? detail::turnBetween(end, start) : detail::turnBetween(start, end));
+    return radius * detail::sweepAbout(*this, centre, from, to, clockwise);
 }
 
 double DataGeo::arcPositionFraction(const Point2DF& point, const Point2DF& centre,
                                     const Point2DF& start, const Point2DF& end, bool clockwise)
 {
-    const double from = lineAngle(centre, start);
-    const double at = lineAngle(centre, point);
-    const double to = lineAngle(centre, end);
-    double turn = clockwise ? detail::turnBetween(at, from) : detail::turnBetween(from, at);
-    const double sweep = clockwise ? detail::turnBetween(to, from) : detail::turnBetween(from, to);
-    if (turn > sweep / 2 + detail::kPi) turn -= detail::kTwoPi;
-    if (sweep == 0) return turn == 0 ? 0.0 : HUGE_VAL;
-    return turn / sweep;
+    return detail::sweepFraction(*this, point, centre, start, end, clockwise);
 }
 
 void DataGeo::segmentArcExtremes(int index, const Point2DF& p1, const Point2DF& p2, double bulge,
@@ -66,28 +42,21 @@ void DataGeo::segmentArcExtremes(int index, const Point2DF& p1, const Point2DF& 
                                  Values& outPositions)
 {
     if (!(std::fabs(bulge) >= kStraightBulge)) return;
-    Point2DF centre;
-    double radius = 0;
-    arcCenterFromBulge(p1, p2, bulge, centre, &radius);
-    struct Candidate {
-        Point2DF point;
-        bool wanted;
-    };
-    const std::array<Candidate, 4> candidates{{
-        {{centre.x(), centre.y() + radius}, yExtremes},
-        {{centre.x() - radius, centre.y()}, xExtremes},
-        {{centre.x(), centre.y() - radius}, yExtremes},
-        {{centre.x() + radius, centre.y()}, xExtremes},
-    }};
     const Point2DF start = p1;  // the outputs may hold the ends
     const Point2DF end = p2;
-    for (const Candidate& candidate : candidates) {
-        if (!candidate.wanted) continue;
-        const double t = arcPositionFraction(candidate.point, centre, start, end, bulge < 0);
-        if (!(0 < t && t < 1)) continue;
-        outPoints.append(candidate.point);
-        outPositions.append(index + t);
-    }
+    detail::Circle circle;
+    arcCenterFromBulge(start, end, bulge, circle.centre, &circle.radius);
+    const auto fractionOf = [&](const Point2DF& p) {
+        return arcPositionFraction(p, circle.centre, start, end, bulge < 0);
+    };
+    detail::forEachArcExtreme(
+        circle, fractionOf, [&](detail::ArcExtreme side, const Point2DF& p, double fraction) {
+            const bool isTopOrBottom =
+                side == detail::ArcExtreme::kTop || side == detail::ArcExtreme::kBottom;
+            if (!(isTopOrBottom ? yExtremes : xExtremes)) return;
+            outPoints.append(p);
+            outPositions.append(index + fraction);
+        });
 }
 
 bool DataGeo::polylineArcExtremes(const Points& points, const Values& bulges, bool closed,

@@ -8,8 +8,7 @@
 #include "common/detail/vec.h"
 #include "tavrel/Vector.h"
 
-namespace calcora::detail
-{
+namespace calcora::detail {
 
 inline constexpr double kPi = std::numbers::pi;
 inline constexpr double kTwoPi = 2 * std::numbers::pi;

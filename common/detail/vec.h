@@ -5,8 +5,7 @@
 
 #include "tavrel/points.h"
 
-namespace calcora::detail
-{
+namespace calcora::detail {
 
 using tav::Point2DF;
 

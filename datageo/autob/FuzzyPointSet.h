@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <span>
 #include <vector>
 
+#include "common/detail/point_grid.h"
 #include "tavrel/points.h"
 
 namespace AutoB {
@@ -19,12 +18,12 @@ class FuzzyPointSet {
 public:
     explicit FuzzyPointSet(double tolerance);
 
-    void reserve(std::size_t count);
+    void reserve(std::size_t count) { grid_.reserve(count); }
 
     /// Index of the earliest point equal to p, which is added when there is none.
     int findOrAdd(const tav::Point2DF& p);
 
-    const std::vector<tav::Point2DF>& points() const { return points_; }
+    const std::vector<tav::Point2DF>& points() const { return grid_.points(); }
 
     /// For every point its place in the fuzzy order: by x, or by y where the x values are within
     /// the tolerance. Where chains of x values make that order contradict itself, all points of a
@@ -32,20 +31,8 @@ public:
     std::vector<int> ranks() const;
 
 private:
-    struct Cell {
-        double x;
-        double y;
-    };
-
-    std::size_t bucketOf(const Cell& cell) const;
-    int earliestEqual(const Cell& cell, const tav::Point2DF& p, int best) const;
-    void grow(std::size_t buckets);
-
     double tolerance_;
-    double cellsPerUnit_;
-    std::vector<tav::Point2DF> points_;
-    std::vector<int> nextInBucket_;   ///< per point, -1 ends the chain
-    std::vector<int> firstInBucket_;  ///< per bucket, a power of two of them
+    calcora::detail::PointGrid grid_;
 };
 
 }  // namespace AutoB

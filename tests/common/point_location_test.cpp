@@ -1,0 +1,247 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "common/commonFunc.h"
+#include "tests/support/arcs.h"
+
+namespace {
+
+using namespace test_support;
+using tav::Point2DF;
+using Points = IcommonFunc::Points;
+using Values = IcommonFunc::Values;
+using PointLists = IcommonFunc::PointLists;
+
+constexpr int kInside = -1;
+constexpr int kBoundary = 0;
+constexpr int kOutside = 1;
+
+const Points kUnitSquare{{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+
+/// Inside where the boundary turns round p an odd number of times; kBoundary where p is too near to
+/// the sampled boundary to tell.
+int placeByTurning(const Points& boundary, const Point2DF& p)
+{
+    double turning = 0;
+    for (int i = 0; i < boundary.size(); ++i) {
+        const Point2DF u = boundary[i] - p;
+        const Point2DF v = boundary[(i + 1) % boundary.size()] - p;
+        if (dist(u, {}) < 0.05) return kBoundary;
+        turning += std::atan2(u.x() * v.y() - u.y() * v.x(), u.x() * v.x() + u.y() * v.y());
+    }
+    return std::lround(turning / (2 * kPi)) % 2 ? kInside : kOutside;
+}
+
+TEST(PointLocation, OfRandomRingsAgreesWithTheTurnsRoundThePoint)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(10);
+    int told = 0;
+    for (int i = 0; i < 150; ++i) {
+        Points ring;
+        Values bulges;
+        for (int k = 0; k < 2 + i % 6; ++k) {
+            // Whole coordinates put many vertices level with each other and with the points asked.
+            ring.append({double(random() % 9), double(random() % 9)});
+            bulges.append(i % 2 ? uniform(random, -2.5, 2.5) : double(random() % 3) - 1);
+        }
+        const Points boundary = sampledRing(geometry, ring, bulges, 300);
+        for (int k = 0; k < 60; ++k) {
+            const Point2DF p(uniform(random, -4, 12), double(random() % 12) - 2);
+            const int place = placeByTurning(boundary, p);
+            if (place == kBoundary) continue;
+            ++told;
+            ASSERT_EQ(geometry.pointInBulgePolygon(ring, bulges, p), place) << i << ", " << k;
+            ASSERT_EQ(geometry.pointInBulgePolygon(moved(ring, kSurvey), bulges, p + kSurvey),
+                      place);
+            ASSERT_EQ(geometry.pointInPolygon(boundary, p), place);
+        }
+    }
+    EXPECT_GT(told, 3000);
+}
+
+TEST(PointLocation, InPolygons)
+{
+    struct Case {
+        Points ring;
+        Point2DF p;
+        int code;
+    };
+    const Points step{{0, 0}, {20, 0}, {20, 6}, {20.00006, 6.00006}, {20.00006, 12}, {0, 12}};
+    const Case cases[] = {
+        {kUnitSquare, {1, 0.5}, kBoundary},
+        {kUnitSquare, {0.5, 0.00009}, kBoundary},
+        {kUnitSquare, {0.5, 0.00011}, kInside},
+        // Between the ends of neither edge: no boundary beside a corner.
+        {kUnitSquare, {1.00005, 1.00005}, kOutside},
+        {{{0, 0}, {1, 0}}, {0.5, 0}, -2},
+        // Level with an edge too short to be a boundary.
+        {step, {8, 6.00003}, kInside},
+        {step, {-8, 6.00003}, kOutside},
+        {kUnitSquare, {kNan, 0.5}, kOutside},
+        {{{0, 0}, {1e300, 0}, {kNan, 1e300}}, {1, 1}, kOutside},
+    };
+    commonFunc geometry(10);
+    for (const auto& [ring, p, code] : cases) {
+        EXPECT_EQ(geometry.pointInPolygon(ring, p), code) << p.x() << ", " << p.y();
+        EXPECT_EQ(geometry.pointInBulgePolygon(ring, {}, p), code);
+        EXPECT_EQ(geometry.pointInBulgePolygon(ring, {0}, p), code == -2 ? kBoundary : code);
+    }
+}
+
+TEST(PointLocation, InRingsWithArcs)
+{
+    struct Case {
+        Values bulges;
+        Point2DF p;
+        int code;
+    };
+    commonFunc geometry(10);
+    for (const auto& [bulges, p, code] :
+         {Case{{1, 1}, {1, 1}, kBoundary},
+          Case{{1, 1}, {1 + std::cos(0.4), std::sin(0.4) - 9e-7}, kBoundary},
+          Case{{1, 1}, {1 + std::cos(0.4), std::sin(0.4) - 1e-5}, kInside},
+          Case{{1}, {1, 0.5}, kOutside}, Case{{1}, {1, 0.00005}, kBoundary},
+          Case{{kNan, kInfinity}, {5, 5}, kOutside}})
+        EXPECT_EQ(geometry.pointInBulgePolygon({{0, 0}, {2, 0}}, bulges, p), code) << p.y();
+    // Edges without length are no arcs.
+    EXPECT_EQ(
+        geometry.pointInBulgePolygon({{0, 0}, {2, 0}, {2, 0}, {0, 0}}, {1, 5, 1, -7}, {1, 0.5}),
+        kInside);
+    EXPECT_EQ(geometry.pointInBulgePolygon({{0, 0}}, {1}, {0, 0}), -2);
+}
+
+/// Every corner's arc ends where its circle turns, so extremes and vertices differ by rounding, and
+/// the points asked are level with the vertices.
+TEST(PointLocation, LevelWithTheJointsOfARoundedRectangle)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(11);
+    const double corner = std::tan(kPi / 8);
+    for (int i = 0; i < 400; ++i) {
+        const double r = uniform(random, 0.5, 3);
+        const double w = uniform(random, 7, 30);
+        const double h = uniform(random, 7, 30);
+        const Point2DF origin = (i % 2 ? kSurvey : Point2DF()) + Point2DF(r, h);
+        Points ring =
+            moved({{r, 0}, {w - r, 0}, {w, r}, {w, h - r}, {w - r, h}, {r, h}, {0, h - r}, {0, r}},
+                  origin);
+        Values bulges{0, corner, 0, corner, 0, corner, 0, corner};
+        // Any vertex may be the seam.
+        std::rotate(ring.begin(), ring.begin() + i % 8, ring.end());
+        std::rotate(bulges.begin(), bulges.begin() + i % 8, bulges.end());
+        // Beside and under the middle of each corner's arc.
+        for (const double x : {0.2 * r, 0.4 * r, w - 0.4 * r, w - 0.2 * r}) {
+            const bool isOutside = std::min(x, w - x) < 0.3 * r;
+            for (const double y : {isOutside ? 0.2 * r : 0.4 * r, h - (isOutside ? 0.2 : 0.4) * r})
+                ASSERT_EQ(geometry.pointInBulgePolygon(ring, bulges, origin + Point2DF(x, y)),
+                          isOutside ? kOutside : kInside);
+        }
+        for (const Point2DF& vertex : ring) {
+            for (const double x : {-50.0, -0.001, w + 0.001, w + 50}) {
+                const Point2DF p(origin.x() + x, vertex.y());
+                ASSERT_EQ(geometry.pointInBulgePolygon(ring, bulges, p), kOutside) << i << " " << x;
+            }
+            const double height = vertex.y() - origin.y();
+            const bool isOnSide = std::min(height, h - height) < 1e-4;
+            ASSERT_EQ(geometry.pointInBulgePolygon(ring, bulges, {origin.x() + w / 2, vertex.y()}),
+                      isOnSide ? kBoundary : kInside);
+        }
+    }
+}
+
+TEST(PointLocation, OnLongSegmentsAndAtTheirEnds)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(12);
+    for (int i = 0; i < 1000; ++i) {
+        const Point2DF u = Arc{{}, 1, uniform(random, 0, 2 * kPi)}.start();
+        const Point2DF normal(-u.y(), u.x());
+        const Point2DF a(uniform(random, -9, 9), uniform(random, -9, 9));
+        const Point2DF b = a + 1e5 * u;
+        const Point2DF on = a + uniform(random, 1, 99999) * u;
+        ASSERT_TRUE(geometry.isPointOnSegment(on + 9e-5 * normal, a, b));
+        ASSERT_FALSE(geometry.isPointOnSegment(on + 1.1e-4 * normal, a, b));
+        ASSERT_FALSE(geometry.isPointOnSegment(a + -1e-5 * u, a, b));
+        ASSERT_TRUE(geometry.isPointOnSegment(a, a, b) && geometry.isPointOnSegment(b, a, b));
+    }
+    EXPECT_FALSE(geometry.isPointOnSegment({1, 1}, {1, 1}, {1, 1}));
+    EXPECT_FALSE(geometry.isPointOnSegment({0, 5}, {-1e300, 0}, {1e300, 0}));
+}
+
+TEST(PointLocation, OnAnArcTellsItsCircle)
+{
+    commonFunc geometry(10);
+    Point2DF centre = kUntouched;
+    double radius = 7;
+    EXPECT_TRUE(geometry.isPointOnBulgeSegment({1, 0}, {0, 0}, {2, 0}, 9e-7, centre, &radius));
+    EXPECT_TRUE(geometry.isPointOnBulgeSegment({1, 0}, {0, 0}, {2, 0}, kNan, centre, &radius));
+    EXPECT_TRUE(centre == kUntouched && radius == 7);
+    EXPECT_FALSE(geometry.isPointOnBulgeSegment({1, 1}, {0, 0}, {2, 0}, 1, centre, &radius));
+    EXPECT_NEAR(dist(centre, {1, 0}) + std::fabs(radius - 1), 0, 1e-15);
+    EXPECT_TRUE(geometry.isPointOnBulgeSegment({1, 1}, {0, 0}, {2, 0}, -1, centre, nullptr));
+}
+
+TEST(PointLocation, InRegions)
+{
+    const Points outer{{0, 0}, {0, 10}, {10, 10}, {10, 0}};
+    const Points hole{{4, 4}, {6, 4}, {6, 6}, {4, 6}};
+    const Points island{{4.5, 4.5}, {4.5, 5.5}, {5.5, 5.5}, {5.5, 4.5}};
+    const Points neighbour{{5, 0}, {5, 10}, {15, 10}, {15, 0}};
+    struct Case {
+        PointLists rings;
+        Point2DF p;
+        int code;
+    };
+    const Case cases[] = {
+        {{outer, hole}, {1, 1}, kInside},
+        {{hole, outer}, {4, 5}, kBoundary},
+        {{outer, hole}, {20, 20}, kOutside},
+        // A hole decides at once: its island is outside, wherever it is listed.
+        {{outer, hole, island}, {5, 5}, kOutside},
+        // Once inside, the boundaries of further outer rings are not looked at.
+        {{outer, neighbour}, {5, 3}, kInside},
+        {{neighbour, outer}, {5, 3}, kBoundary},
+        {{{}, {{1, 1}}, outer}, {1, 1}, kInside},
+    };
+    commonFunc geometry(10);
+    for (const auto& [rings, p, code] : cases) {
+        EXPECT_EQ(geometry.pointInRegion(rings, p), code);
+        EXPECT_EQ(geometry.pointInBulgeRegion(rings, {{0, 0, 0, 0}}, p), code);
+    }
+    const PointLists withDisc{outer, {{20, 0}, {22, 0}}};
+    EXPECT_EQ(geometry.pointInBulgeRegion(withDisc, {{}, {1, 1}}, {21, 0.5}), kInside);
+    EXPECT_EQ(geometry.pointInBulgeRegion(withDisc, {}, {21, 0.5}), kOutside);
+}
+
+TEST(PointLocation, OfPolylinesAgainstAPolygon)
+{
+    const Points ring{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
+    const Points open{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+    struct Case {
+        Points ring;
+        Points line;
+        int code;
+    };
+    const Case cases[] = {
+        {ring, {{1, 1}, {5, 6}, {9, 2}}, kInside},
+        {ring, {{-3, 4}, {5, 5}, {6, 6}}, kBoundary},
+        {{{0, 0}, {10, 0}, {5, 8}, {0, 0}}, {{5, 4}, {5, 8}}, kBoundary},
+        {ring, {{5, 5}, {5, 0}}, kInside},    // a vertical's end does not count
+        {ring, {{5, 5}, {6, 0}}, kBoundary},  // a sloped one's does
+        {ring, {{4, 5e-5}, {4, 5}}, kBoundary},
+        {ring, {{4, 5}, {4, 5e-5}}, kInside},
+        {ring, {{-5, 5}, {-5, 15}}, kOutside},  // level with edges whose boxes it does not meet
+        {open, {{-3, 5}, {3, 5.5}}, kOutside},  // through the edge that the list does not hold
+        {ring, {{5, 5}}, -2},
+        {{{0, 0}, {1, 0}}, {{5, 5}, {6, 6}}, -2},
+        {{{0, 0}, {1000, 0}, {1000, 90}}, {{-1, -4e-4}, {999, 4e-4 - 1e-9}}, kOutside},
+        {ring, {{kNan, 5}, {5, kInfinity}}, kOutside},
+    };
+    commonFunc geometry(10);
+    for (const auto& [figure, line, code] : cases)
+        EXPECT_EQ(geometry.polylineRegionRelation(figure, line), code);
+}
+
+}  // namespace
