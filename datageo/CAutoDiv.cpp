@@ -22,6 +22,9 @@ constexpr double kPieceArcBulge = 1e-6;
 /// Share of a segment by which a cut differs from the one before it.
 constexpr double kCutResolution = 1e-7;
 
+/// Sine of the angle from which two lines with a common end are surely not one line.
+constexpr double kApartSine = 1e-3;
+
 /// Two single segments meet in at most two points, two arcs of one circle in four.
 constexpr std::size_t kMaxCrossings = 4;
 
@@ -100,16 +103,26 @@ void CAutoDiv::addSegment(const SegmentKey& segment, int cutFlag, int /*secondFl
     tree_.insertRect(&stored.box, idOf(segments_.size() - 1), 0);
 }
 
+void CAutoDiv::addSegments(SegmentSet set)
+{
+    segments_.reserve(set.segments.size());
+    for (const SegmentKey& segment : set.segments) addSegment(segment, 1, 0);
+    given_ = std::move(set);
+}
+
 void CAutoDiv::divide(bool directed)
 {
     std::vector<SegmentKey> cutPieces;
-    cutPieces.reserve(segments_.size() * 2);
+    cutPieces.reserve(segments_.size());
+    bool allWhole = !directed && given_.segments.size() == segments_.size();
     for (std::size_t i = 0; i < segments_.size(); ++i) {
         if (!segments_[i].isCut) continue;
         if (!collectCuts(i)) return;
-        appendPieces(segments_[i].shape, cutPieces);
+        if (!appendPieces(segments_[i].shape, cutPieces)) allWhole = false;
     }
-    pieces_ = mergeEqualSegments(cutPieces, directed);
+    // A set that nothing has cut is its own set of pieces.
+    pieces_ = allWhole ? std::move(given_) : mergeEqualSegments(cutPieces, directed);
+    given_ = {};
     tree_.removeAll();
     segments_.clear();
 }
@@ -138,8 +151,24 @@ bool CAutoDiv::collectCuts(std::size_t index)
     return true;
 }
 
+/// Whether two straight segments share an end exactly and run apart from there: a common vertex, which
+/// cuts neither.
+bool CAutoDiv::meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const
+{
+    if (segment.bulge != 0 || other.bulge != 0) return false;
+    if (!(segment.a == other.a || segment.a == other.b || segment.b == other.a ||
+          segment.b == other.b))
+        return false;
+    const tav::Point2DF u = segment.b - segment.a;
+    const tav::Point2DF v = other.b - other.a;
+    const double turn = detail::cross(u, v);
+    return turn * turn >
+           kApartSine * kApartSine * detail::lengthSquared(u) * detail::lengthSquared(v);
+}
+
 void CAutoDiv::appendCrossings(const SegmentKey& segment, const SegmentKey& other)
 {
+    if (meetOnlyAtEnd(segment, other)) return;
     otherPoints_[0] = other.a;
     otherPoints_[1] = other.b;
     otherBulges_[0] = other.bulge;
@@ -159,19 +188,22 @@ void CAutoDiv::appendCrossings(const SegmentKey& segment, const SegmentKey& othe
     }
 }
 
-void CAutoDiv::appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const
+/// Appends the pieces between the cuts; true when the only one is the segment itself.
+bool CAutoDiv::appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const
 {
+    const bool isArc = std::fabs(segment.bulge) >= kPieceArcBulge;
+    const std::size_t before = pieces.size();
     const Cut* last = &cuts_.front();
     for (const Cut& cut : cuts_) {
-        if (!(std::fabs(cut.position - last->position) >= kCutResolution)) continue;
+        const double share = cut.position - last->position;
+        if (!(std::fabs(share) >= kCutResolution)) continue;
         double bulge = 0;
-        if (last->position == 0 && cut.position == 1)
-            bulge = std::fabs(segment.bulge) >= kPieceArcBulge ? segment.bulge : 0;
-        else if (std::fabs(segment.bulge) >= kPieceArcBulge)
-            bulge = std::tan(std::atan(segment.bulge) * (cut.position - last->position));
+        if (isArc) bulge = share == 1 ? segment.bulge : std::tan(std::atan(segment.bulge) * share);
         pieces.push_back({last->point, cut.point, bulge});
         last = &cut;
     }
+    return pieces.size() == before + 1 && pieces.back().a == segment.a &&
+           pieces.back().b == segment.b && pieces.back().bulge == segment.bulge;
 }
 
 }  // namespace calcora

@@ -31,9 +31,10 @@ public:
     /// The caller's stop request, read before each intersection test. May be null.
     void setCancelFlag(bool* flag) { cancelFlag_ = flag; }
 
-    void reserve(std::size_t segments) { segments_.reserve(segments); }
+    /// Stores the segments of a set, all to be cut.
+    void addSegments(SegmentSet set);
 
-    /// Stores a segment. With a cut flag of 0 it gives no pieces but still cuts others; the second
+    /// Stores one segment. With a cut flag of 0 it gives no pieces but still cuts others; the second
     /// flag has no effect. Coordinates and bulge must be finite.
     void addSegment(const SegmentKey& segment, int cutFlag, int secondFlag);
 
@@ -41,9 +42,9 @@ public:
     /// segments. With the cancel flag raised everything stays as it was and no pieces result.
     void divide(bool directed);
 
-    /// The pieces of the last division, in set order.
-    const std::vector<SegmentKey>& pieces() const { return pieces_; }
-    std::vector<SegmentKey> takePieces() { return std::move(pieces_); }
+    /// The pieces of the last division.
+    const SegmentSet& pieces() const { return pieces_; }
+    SegmentSet takePieces() { return std::move(pieces_); }
 
 private:
     struct StoredSegment {
@@ -61,11 +62,13 @@ private:
     RTreeRect boxOf(const SegmentKey& segment);
     bool collectCuts(std::size_t index);
     void appendCrossings(const SegmentKey& segment, const SegmentKey& other);
-    void appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const;
+    bool meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const;
+    bool appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const;
 
     bool* cancelFlag_ = nullptr;
     std::vector<StoredSegment> segments_;
-    std::vector<SegmentKey> pieces_;
+    SegmentSet given_;  ///< the set that the stored segments are, if they came as one
+    SegmentSet pieces_;
     CRTree tree_;
 
     // Work objects of one division.

@@ -62,14 +62,11 @@ void appendSegments(const IDataGeo::Points& points, const IDataGeo::Values& bulg
 }
 
 /// The pieces of the segments between their crossings; none when the cancel flag is seen.
-std::vector<SegmentKey> divided(const std::vector<SegmentKey>& segments, bool directed,
-                                bool* cancel)
+calcora::SegmentSet divided(const std::vector<SegmentKey>& segments, bool directed, bool* cancel)
 {
-    const std::vector<SegmentKey> distinct = calcora::mergeEqualSegments(segments, false);
     calcora::CAutoDiv divider;
     divider.setCancelFlag(cancel);
-    divider.reserve(distinct.size());
-    for (const SegmentKey& segment : distinct) divider.addSegment(segment, 1, 0);
+    divider.addSegments(calcora::mergeEqualSegments(segments, false));
     divider.divide(directed);
     return divider.takePieces();
 }
@@ -93,11 +90,9 @@ void DataGeo::buildRegions(const PointLists& lines, const ValueLists& lineBulges
         appendSegments(snapped, bulges, segments);
     }
 
-    const std::vector<SegmentKey> pieces = divided(segments, false, cancel);
     AutoB::CAutoLoop builder;
     builder.setCancelFlag(cancel);
-    builder.reserve(pieces.size());
-    for (const SegmentKey& piece : pieces) builder.addSegment(piece, true, 0);
+    builder.addSegments(divided(segments, false, cancel), true);
     builder.buildLoops(outerBoundaries ? kOutlines : kRegions);
     sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
 }
@@ -128,11 +123,9 @@ void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& li
         appendSegments(figure, bulges, segments);
     }
 
-    const std::vector<SegmentKey> pieces = divided(segments, true, cancel);
     AutoB::CAutoLoop builder;
     builder.setCancelFlag(cancel);
-    builder.reserve(pieces.size());
-    for (const SegmentKey& piece : pieces) builder.addSegment(piece, false, 0);
+    builder.addSegments(divided(segments, true, cancel), false);
     builder.buildDirectedLoops();
     sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
 }

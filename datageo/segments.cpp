@@ -27,40 +27,54 @@ struct Grouped {
     std::vector<std::size_t> groupEnds;
 };
 
-Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, bool directed)
+/// Numbers the ends of the segments in the fuzzy order.
+void rankEnds(const std::vector<SegmentKey>& segments, SegmentSet& set)
 {
-    AutoB::FuzzyPointSet ends(kNodeTolerance);
-    ends.reserve(segments.size());
-    std::vector<std::pair<int, int>> endIds;
-    endIds.reserve(segments.size());
+    AutoB::FuzzyPointSet points(kNodeTolerance);
+    points.reserve(segments.size());
+    set.endsOf.reserve(segments.size());
+    const auto numberOf = [&](const tav::Point2DF& end) {
+        const int number = points.findOrAdd(end);
+        if (!(points.points()[static_cast<std::size_t>(number)] == end)) set.endsAreExact = false;
+        return number;
+    };
     for (const SegmentKey& segment : segments) {
-        const int a = ends.findOrAdd(segment.a);
-        const int b = ends.findOrAdd(segment.b);
-        endIds.emplace_back(a, b);
+        const int a = numberOf(segment.a);
+        const int b = numberOf(segment.b);
+        set.endsOf.emplace_back(a, b);
     }
-
-    const std::vector<int> rank = ends.ranks();
-    const auto isTurned = [&](const std::pair<int, int>& ids) { return ids.second < ids.first; };
-    Grouped grouped;
-    grouped.groupEnds.assign(rank.size() + 1, 0);
-    for (auto& [a, b] : endIds) {
+    const std::vector<int> rank = points.ranks();
+    set.ends.resize(rank.size());
+    for (std::size_t i = 0; i < rank.size(); ++i)
+        set.ends[static_cast<std::size_t>(rank[i])] = points.points()[i];
+    for (auto& [a, b] : set.endsOf) {
         a = rank[static_cast<std::size_t>(a)];
         b = rank[static_cast<std::size_t>(b)];
-        ++grouped.groupEnds[static_cast<std::size_t>(directed ? a : std::min(a, b)) + 1];
     }
+}
+
+Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, const SegmentSet& set,
+                        bool directed)
+{
+    const auto& ends = set.endsOf;
+    const auto isTurned = [&](std::size_t i) {
+        return !directed && ends[i].second < ends[i].first;
+    };
+    const auto firstOf = [&](std::size_t i) {
+        return static_cast<std::size_t>(isTurned(i) ? ends[i].second : ends[i].first);
+    };
+    Grouped grouped;
+    grouped.groupEnds.assign(set.ends.size() + 1, 0);
+    for (std::size_t i = 0; i < segments.size(); ++i) ++grouped.groupEnds[firstOf(i) + 1];
     for (std::size_t i = 1; i < grouped.groupEnds.size(); ++i)
         grouped.groupEnds[i] += grouped.groupEnds[i - 1];
 
     // groupEnds[r] is the place of the next segment of group r, and its end once all are placed.
     grouped.segments.resize(segments.size());
-    for (std::size_t i = 0; i < segments.size(); ++i) {
-        const bool turned = !directed && isTurned(endIds[i]);
-        const auto [first, second] =
-            turned ? std::pair(endIds[i].second, endIds[i].first) : endIds[i];
-        const double bulge = turned ? -segments[i].bulge : segments[i].bulge;
-        grouped.segments[grouped.groupEnds[static_cast<std::size_t>(first)]++] = {
-            second, static_cast<int>(i), bulge};
-    }
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        grouped.segments[grouped.groupEnds[firstOf(i)]++] = {
+            isTurned(i) ? ends[i].first : ends[i].second, static_cast<int>(i),
+            isTurned(i) ? -segments[i].bulge : segments[i].bulge};
     return grouped;
 }
 
@@ -88,9 +102,11 @@ void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vecto
 
 }  // namespace
 
-std::vector<SegmentKey> mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed)
+SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed)
 {
-    Grouped grouped = groupByFirstEnd(segments, directed);
+    SegmentSet set;
+    rankEnds(segments, set);
+    Grouped grouped = groupByFirstEnd(segments, set, directed);
     std::vector<int> arrivals;
     arrivals.reserve(segments.size());
     std::vector<Ranked> kept;
@@ -109,11 +125,15 @@ std::vector<SegmentKey> mergeEqualSegments(const std::vector<SegmentKey>& segmen
         begin = groupEnd;
     }
 
-    std::vector<SegmentKey> merged;
-    merged.reserve(arrivals.size());
-    for (const int arrival : arrivals)
-        merged.push_back(segments[static_cast<std::size_t>(arrival)]);
-    return merged;
+    std::vector<std::pair<int, int>> endsOf;
+    endsOf.reserve(arrivals.size());
+    set.segments.reserve(arrivals.size());
+    for (const int arrival : arrivals) {
+        set.segments.push_back(segments[static_cast<std::size_t>(arrival)]);
+        endsOf.push_back(set.endsOf[static_cast<std::size_t>(arrival)]);
+    }
+    set.endsOf = std::move(endsOf);
+    return set;
 }
 
 }  // namespace calcora

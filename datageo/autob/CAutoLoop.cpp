@@ -68,10 +68,38 @@ CAutoLoop::CAutoLoop() : geometry_(tav::kObjectCapacity) {}
 
 CAutoLoop::~CAutoLoop() = default;
 
-void CAutoLoop::reserve(std::size_t polylines)
+void CAutoLoop::addSegments(const calcora::SegmentSet& set, bool keepDirection)
 {
-    edges_.reserve(polylines * 2);
-    nodeSet_.reserve(polylines);
+    edges_.reserve(edges_.size() + set.segments.size() * 2);
+    if (!edges_.empty() || !set.endsAreExact) {
+        for (const calcora::SegmentKey& segment : set.segments)
+            addSegment(segment, keepDirection, 0);
+        return;
+    }
+    // No two of the set's ends are within the tolerance, so they are the nodes, whatever the order.
+    nodePoints_ = set.ends;
+    nodesAreInSetOrder_ = true;
+    for (std::size_t i = 0; i < set.segments.size(); ++i) {
+        const auto& [a, b, bulge] = set.segments[i];
+        if (!(pointDistSquared(a, b) > kRepeatSquared)) continue;
+        const auto [start, end] = set.endsOf[i];
+        if (keepDirection)
+            addEdge(start, end, bulge, true, 0);
+        else
+            addEdge(end, start, -bulge, false, 0);
+    }
+}
+
+/// The node at that point, within the tolerance.
+int CAutoLoop::findOrAddNode(const tav::Point2DF& point)
+{
+    if (nodesAreInSetOrder_) {
+        nodesAreInSetOrder_ = false;
+        for (const tav::Point2DF& known : nodePoints_) nodeSet_.findOrAdd(known);
+    }
+    const int node = nodeSet_.findOrAdd(point);
+    if (static_cast<std::size_t>(node) == nodePoints_.size()) nodePoints_.push_back(point);
+    return node;
 }
 
 void CAutoLoop::addPolyline(Points points, Values bulges, bool keepDirection, int tag)
@@ -138,15 +166,25 @@ void CAutoLoop::addOpenPolyline(Points points, Values bulges, bool keepDirection
 void CAutoLoop::addSegment(const calcora::SegmentKey& segment, bool keepDirection, int tag)
 {
     if (!(pointDistSquared(segment.a, segment.b) > kRepeatSquared)) return;
+    if (keepDirection) {
+        const int start = findOrAddNode(segment.a);
+        addEdge(start, findOrAddNode(segment.b), segment.bulge, true, tag);
+    } else {
+        const int start = findOrAddNode(segment.b);
+        addEdge(start, findOrAddNode(segment.a), -segment.bulge, false, tag);
+    }
+}
+
+void CAutoLoop::addEdge(int startNode, int endNode, double bulge, bool keepDirection, int tag)
+{
     CLoopEdge edge;
-    const double bulge = std::fabs(segment.bulge) > kEdgeArcBulge ? segment.bulge : 0.0;
-    edge.startNode = findOrAddNode(keepDirection ? segment.a : segment.b);
-    edge.endNode = findOrAddNode(keepDirection ? segment.b : segment.a);
-    edge.bulge = keepDirection ? bulge : -bulge;
+    edge.startNode = startNode;
+    edge.endNode = endNode;
+    edge.bulge = std::fabs(bulge) > kEdgeArcBulge ? bulge : 0.0;
     edge.tag = tag;
     edge.keepDirection = keepDirection;
-    const tav::Point2DF& start = pointOf(edge.startNode);
-    const tav::Point2DF& end = pointOf(edge.endNode);
+    const tav::Point2DF& start = pointOf(startNode);
+    const tav::Point2DF& end = pointOf(endNode);
     edge.startAngle = leavingAngle(start, end, edge.bulge);
     addEdgePair(edge, leavingAngle(end, start, -edge.bulge), nullptr);
 }
@@ -171,11 +209,6 @@ void CAutoLoop::addEdgePair(CLoopEdge edge, double backAngle, const Shape* shape
     }
     edges_.push_back(edge);
     edges_.push_back(opposite);
-}
-
-const tav::Point2DF& CAutoLoop::pointOf(int node) const
-{
-    return nodeSet_.points()[static_cast<std::size_t>(node)];
 }
 
 tav::Point2DF CAutoLoop::secondPoint(const CLoopEdge& edge) const

@@ -75,7 +75,8 @@ public:
     /// The caller's stop request, read before each walk of buildLoops(). May be null.
     void setCancelFlag(bool* flag) { cancelFlag_ = flag; }
 
-    void reserve(std::size_t polylines);
+    /// Adds the segments of a set, which become two-point polylines with tag 0.
+    void addSegments(const calcora::SegmentSet& set, bool keepDirection);
 
     /// Adds a polyline; bulge i belongs to the segment from point i to point i + 1, missing bulges
     /// count as 0. Repeats (within 1e-7) at either end are dropped; fewer than two points left add
@@ -136,9 +137,13 @@ private:
 
     // Graph: CAutoLoop.cpp
     void addOpenPolyline(Points points, Values bulges, bool keepDirection, int tag);
+    void addEdge(int startNode, int endNode, double bulge, bool keepDirection, int tag);
     void addEdgePair(CLoopEdge edge, double backAngle, const Shape* shape);
-    int findOrAddNode(const tav::Point2DF& point) { return nodeSet_.findOrAdd(point); }
-    const tav::Point2DF& pointOf(int node) const;
+    int findOrAddNode(const tav::Point2DF& point);
+    const tav::Point2DF& pointOf(int node) const
+    {
+        return nodePoints_[static_cast<std::size_t>(node)];
+    }
     tav::Point2DF secondPoint(const CLoopEdge& edge) const;
 
     // Angular lists: angular_order.cpp
@@ -164,6 +169,8 @@ private:
     bool* cancelFlag_ = nullptr;
 
     FuzzyPointSet nodeSet_{calcora::kNodeTolerance};
+    std::vector<tav::Point2DF> nodePoints_;
+    bool nodesAreInSetOrder_ = false;  ///< they came with a set, and nodeSet_ is empty
     std::vector<CLoopNode> nodes_;
     std::vector<CLoopEdge> edges_;
     std::vector<Shape> shapes_;

@@ -67,7 +67,7 @@ void sortList(std::span<Entry> list, const std::vector<CLoopEdge>& edges)
 
 void CAutoLoop::buildAngularLists()
 {
-    nodes_.resize(nodeSet_.points().size());
+    nodes_.resize(nodePoints_.size());
     for (CLoopNode& node : nodes_) node.endEdge = 0;
     for (const CLoopEdge& edge : edges_)
         if (edge.alive) ++nodes_[static_cast<std::size_t>(edge.startNode)].endEdge;

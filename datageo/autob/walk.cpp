@@ -1,6 +1,7 @@
 // The walks of the loop builder: from half-edge to half-edge until they close.
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 #include "common/detail/primitives.h"
@@ -49,13 +50,17 @@ void CAutoLoop::buildDirectedLoops()
 /// order.
 std::vector<int> CAutoLoop::orderedNodes() const
 {
-    const std::vector<int> ranks = nodeSet_.ranks();
-    std::vector<int> inSetOrder(ranks.size());
-    for (std::size_t node = 0; node < ranks.size(); ++node)
-        inSetOrder[static_cast<std::size_t>(ranks[node])] = static_cast<int>(node);
+    std::vector<int> inSetOrder(nodes_.size());
+    if (nodesAreInSetOrder_) {
+        std::iota(inSetOrder.begin(), inSetOrder.end(), 0);
+    } else {
+        const std::vector<int> ranks = nodeSet_.ranks();
+        for (std::size_t node = 0; node < ranks.size(); ++node)
+            inSetOrder[static_cast<std::size_t>(ranks[node])] = static_cast<int>(node);
+    }
 
     std::vector<int> ordered;
-    ordered.reserve(ranks.size());
+    ordered.reserve(nodes_.size());
     const auto append = [&](auto accepts) {
         for (const int node : inSetOrder)
             if (accepts(nodes_[static_cast<std::size_t>(node)].degree())) ordered.push_back(node);

@@ -20,7 +20,7 @@ std::vector<SegmentKey> divided(const std::vector<SegmentKey>& segments, bool di
     CAutoDiv divider;
     for (const SegmentKey& segment : segments) divider.addSegment(segment, 1, 0);
     divider.divide(directed);
-    return divider.takePieces();
+    return divider.takePieces().segments;
 }
 
 TEST(Divider, CutsCrossingsTouchesAndOverlaps)
@@ -105,10 +105,10 @@ TEST(Divider, LeavesEverythingAloneWhenCancelled)
     divider.addSegment({{0, 0}, {2, 2}, 0}, 1, 0);
     divider.addSegment({{0, 2}, {2, 0}, 0}, 0, 0);
     divider.divide(false);
-    EXPECT_TRUE(divider.pieces().empty());
+    EXPECT_TRUE(divider.pieces().segments.empty());
     cancel = false;
     divider.divide(false);
-    EXPECT_EQ(divider.pieces().size(), 2u) << "the second segment cuts without being cut";
+    EXPECT_EQ(divider.pieces().segments.size(), 2u) << "the second segment cuts without being cut";
 }
 
 TEST(FuzzyPointSet, FindsTheEarliestEqualPoint)
@@ -174,7 +174,7 @@ TEST(SegmentOrder, AgreesWithAnOrderedInsertion)
                 while (place != expected.end() && compare(*place, s) < 0) ++place;
                 if (place == expected.end() || compare(*place, s) != 0) expected.insert(place, s);
             }
-            const auto merged = calcora::mergeEqualSegments(segments, directed);
+            const auto merged = calcora::mergeEqualSegments(segments, directed).segments;
             ASSERT_EQ(merged.size(), expected.size());
             for (std::size_t i = 0; i < merged.size(); ++i) {
                 EXPECT_EQ(merged[i].a, expected[i].a);
