@@ -1,9 +1,13 @@
 #pragma once
 
-#include <vector>
-
 #include "calcora/IcommonFunc.h"
+#include "common/detail/work_pair.h"
 #include "tavrel/PlainObject.h"
+
+namespace calcora::detail
+{
+class EdgeIndex;
+}
 
 /// The module's toolbox of plane geometry: IcommonFunc implemented, one source file per family.
 class commonFunc : public tav::PlainObject<commonFunc, IcommonFunc>
@@ -84,7 +88,8 @@ public:
     int pointInBulgePolygon(const Points& ring, const Values& bulges, const Point2DF& p) override;
     int pointInPolygon(const Points& ring, const Point2DF& p) override;
 
-    // Intersections of straight segments and polylines: segment_intersections.cpp
+    // Intersections of straight segments: segment_intersections.cpp; of polylines:
+    // polyline_intersections.cpp
     void intersectPolylinesToLists(const Points& a, const Points& b, Points& outPoints,
                                    Values& outParams) override;
     void intersectPolylines(const Points& a, const Points& b, Point2DF* outPoints,
@@ -129,7 +134,8 @@ public:
     int circleCircleIntersection(const Point2DF& c1, double r1, const Point2DF& c2, double r2,
                                  Point2DF& out1, Point2DF& out2) override;
 
-    // Intersections of arcs and of polylines with bulges: arc_intersections.cpp
+    // Intersections of polylines with bulges: polyline_intersections.cpp; of arcs:
+    // arc_intersections.cpp
     void intersectBulgePolylines(const Points& a, const Values& aBulges, const Points& b,
                                  const Values& bBulges, Point2DF* outPoints, double* outParams,
                                  int* count) override;
@@ -154,7 +160,7 @@ public:
                              double extraB, Point2DF* outPoints, double* outParams,
                              int* count) override;
 
-    // Simplification, hull and measures of point lists: point_lists.cpp
+    // Point lists: simplification.cpp, convex_hull.cpp, point_lists.cpp
     void simplifyRange(Points points, int first, int last, double toleranceSquared,
                        tav::Vector<int>& kept) override;
     void simplifyPolylineWithValues(const Points& points, const Values& valuesA,
@@ -198,7 +204,7 @@ public:
     bool tensionCurveZRaw(Points points, Values values, PointLists& spans, ValueLists& spanValues,
                           bool closed, unsigned from, unsigned to, double tolerance) override;
 
-    // Bezier, Akima and B-spline curves: bezier_akima_bspline.cpp
+    // Bezier, Akima and B-spline curves: bezier.cpp, akima.cpp, bspline.cpp
     bool bezierSpanToPolyline3d(const Point2DF& p0, double z0, const Point2DF& p1, double z1,
                                 const Point2DF& p2, double z2, const Point2DF& p3, double z3,
                                 Points& outPoints, Values& outZ, double tolerance) override;
@@ -214,7 +220,8 @@ public:
     bool bsplineToPolyline(const Points& controls, Points& outPoints, int degree,
                            double tolerance) override;
 
-    // Extents, chords and sidewise moves of polylines with bulges: extents_chords.cpp
+    // Extents, chords and sidewise moves of polylines with bulges: bulge_extents.cpp,
+    // bulge_offset.cpp, bulge_section.cpp, bulge_chords.cpp
     bool hasPositiveBulgeArea(const Points& points, Values bulges) override;
     void bulgeArcExtents(const Point2DF& p1, const Point2DF& p2, double bulge, Point2DF& minCorner,
                          Point2DF& maxCorner) override;
@@ -257,7 +264,8 @@ public:
                               const double& distance, const double& angle) override;
     double angleBetweenDirections(const Point2DF& a, const Point2DF& b, const Point2DF& c) override;
 
-    // Inner points of rings and relations between polylines: inner_points_sides.cpp
+    // Sides and ends of polylines: polyline_sides.cpp; their parts in a ring: ring_relations.cpp;
+    // inner points of rings: inner_points.cpp
     int pointSideOfBulgePolyline(const Point2DF& p, const Points& polyline, Values bulges) override;
     short pointSideOfPolyline(const Point2DF& p, const Points& polyline) override;
     int segmentsSideOfPolyline(const Points& a, const Points& b) override;
@@ -273,7 +281,7 @@ public:
     Point2DF innerPointOfRegion(const PointLists& rings, const ValueLists& bulgeLists) override;
     Point2DF innerPointOfRing(const Points& ring, const Values& bulges) override;
 
-    // Edge directions and squaring of rings: squaring.cpp
+    // Edge directions and squaring of rings: edge_directions.cpp, squaring.cpp
     double dominantEdgeDirection(const PointLists& rings) override;
     void intersectDirectionLines(Point2DF p1, double angle1, Point2DF p2, double angle2,
                                  Point2DF& out) override;
@@ -291,14 +299,15 @@ public:
                                double bulge, Point2DF& centre, double* radius);
 
 private:
-    /// Result points of one layer of intersections with their parameters. A layer sizes its pair
-    /// before it calls the layer below, so an outer layer's partial results survive the inner call.
-    struct WorkPair {
-        std::vector<tav::Point2DF> points;
-        std::vector<double> params;
-    };
+    /// Walks all edges of a straight polyline along another and gathers what they meet, repeats
+    /// included; returns how many results the work pair then holds.
+    int gatherPolylines(const Points& a, const Points& b, calcora::detail::WorkPair& work);
 
-    WorkPair bulgePolylineWork_;  ///< edges of two polylines with arcs
-    WorkPair polylineWork_;       ///< edges of two straight polylines
-    WorkPair segmentWork_;        ///< one segment against a straight polyline
+    // Work arrays of the walks that merge repeated results before they hand them out, so that an
+    // outer walk's partial results survive the inner one.
+    calcora::detail::WorkPair bulgePolylineWork_;  ///< edges of two polylines with arcs
+    calcora::detail::WorkPair polylineWork_;       ///< edges of two straight polylines
+
+    /// The index over the polyline that the walk in progress walks along, if it has one.
+    const calcora::detail::EdgeIndex* walkedEdges_ = nullptr;
 };

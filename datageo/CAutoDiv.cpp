@@ -140,9 +140,11 @@ bool CAutoDiv::collectCuts(std::size_t index)
     bool cancelled = false;
     tree_.forEachOverlapping(segments_[index].box, [&](void* id) {
         const std::size_t other = indexOf(id);
-        if (other == index || cancelled) return;
+        if (other == index) return CRTree::Walk::On;
         cancelled = isRaised(cancelFlag_);
-        if (!cancelled) appendCrossings(segment, segments_[other].shape);
+        if (cancelled) return CRTree::Walk::End;
+        appendCrossings(segment, segments_[other].shape);
+        return CRTree::Walk::On;
     });
     if (cancelled) return false;
 

@@ -1,59 +1,134 @@
 #include "unit/CUnit.h"
 
-double CUnit::meterToUsFoot(double)
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+// The two foot factors and their reverses are conventions of their own, not quotients of each
+// other: a value converted there and back differs in the eighth digit.
+constexpr double kUsFeetPerMeter = 3.28083335;
+constexpr double kFeetPerMeter = 3.2808399;
+constexpr double kMetersPerUsFoot = 0.3048006;
+constexpr double kMetersPerFoot = 0.3048;
+
+constexpr double kGonsPerDegree = 1.1111111111111112;
+constexpr double kDegreesPerGon = 0.9;
+constexpr double kMilsPerDegree = 17.77777777777778;
+constexpr double kDegreesPerMil = 0.05625;
+constexpr double kDegreesPerRadian = 180 / kPi;
+constexpr double kRadiansPerDegree = kPi / 180;
+
+/// Quadrants of bearings, numbered as the file formats of the field have them.
+enum Quadrant : int { kNorthEast = 1, kNorthWest = 2, kSouthEast = 3, kSouthWest = 4 };
+
+template <class T>
+void write(T* target, T value)
 {
-    return -1.0;
+    if (target) *target = value;
 }
 
-double CUnit::meterToFoot(double)
+}  // namespace
+
+double CUnit::meterToUsFoot(double value)
 {
-    return -1.0;
+    return value * kUsFeetPerMeter;
 }
 
-double CUnit::usFootToMeter(double)
+double CUnit::meterToFoot(double value)
 {
-    return -1.0;
+    return value * kFeetPerMeter;
 }
 
-double CUnit::footToMeter(double)
+double CUnit::usFootToMeter(double value)
 {
-    return -1.0;
+    return value * kMetersPerUsFoot;
 }
 
-void CUnit::polarToRect(double, double, double*, double*) {}
-
-void CUnit::rectToPolar(double, double, double*, double*) {}
-
-void CUnit::bearingToAzimuth(int, double, double*) {}
-
-void CUnit::azimuthToBearing(double, int*, double*) {}
-
-double CUnit::degreeToGon(double)
+double CUnit::footToMeter(double value)
 {
-    return -1.0;
+    return value * kMetersPerFoot;
 }
 
-double CUnit::gonToDegree(double)
+void CUnit::polarToRect(double distance, double azimuth, double* east, double* north)
 {
-    return -1.0;
+    write(east, std::sin(azimuth) * distance);
+    write(north, std::cos(azimuth) * distance);
 }
 
-double CUnit::degreeToMil(double)
+void CUnit::rectToPolar(double east, double north, double* distance, double* azimuth)
 {
-    return -1.0;
+    const double angle = std::atan(east / north);
+    write(distance, north / std::cos(angle));
+    write(azimuth, angle);
 }
 
-double CUnit::milToDegree(double)
+void CUnit::bearingToAzimuth(int quadrant, double bearing, double* azimuth)
 {
-    return -1.0;
+    switch (quadrant) {
+        case kNorthEast:
+            write(azimuth, bearing);
+            break;
+        case kNorthWest:
+            write(azimuth, 2 * kPi - bearing);
+            break;
+        case kSouthEast:
+            write(azimuth, kPi - bearing);
+            break;
+        case kSouthWest:
+            write(azimuth, kPi + bearing);
+            break;
+        default:
+            break;
+    }
 }
 
-double CUnit::radianToDegree(double)
+void CUnit::azimuthToBearing(double azimuth, int* quadrant, double* bearing)
 {
-    return -1.0;
+    const auto answer = [&](Quadrant code, double value) {
+        write<int>(quadrant, code);
+        write(bearing, value);
+    };
+    double turn = std::fmod(azimuth, 2 * kPi);
+    if (turn < 0) turn += 2 * kPi;
+    if (0 <= turn && turn <= kPi / 2)
+        answer(kNorthEast, turn);
+    else if (kPi / 2 < turn && turn <= kPi)
+        answer(kSouthEast, kPi - turn);
+    else if (kPi < turn && turn <= 1.5 * kPi)
+        answer(kSouthWest, turn - kPi);
+    else if (1.5 * kPi < turn && turn < 2 * kPi)
+        answer(kNorthWest, 2 * kPi - turn);
 }
 
-double CUnit::degreeToRadian(double)
+double CUnit::degreeToGon(double value)
 {
-    return -1.0;
+    return value * kGonsPerDegree;
+}
+
+double CUnit::gonToDegree(double value)
+{
+    return value * kDegreesPerGon;
+}
+
+double CUnit::degreeToMil(double value)
+{
+    return value * kMilsPerDegree;
+}
+
+double CUnit::milToDegree(double value)
+{
+    return value * kDegreesPerMil;
+}
+
+double CUnit::radianToDegree(double value)
+{
+    return kDegreesPerRadian * value;
+}
+
+double CUnit::degreeToRadian(double value)
+{
+    return kRadiansPerDegree * value;
 }

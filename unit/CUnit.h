@@ -3,8 +3,7 @@
 #include "calcora/IUnit.h"
 #include "tavrel/PlainObject.h"
 
-class CUnit : public tav::PlainObject<CUnit, IUnit>
-{
+class CUnit : public tav::PlainObject<CUnit, IUnit> {
 public:
     static constexpr const char* kClassName = "CUnit";
 

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "common/commonFunc.h"
+#include "tests/support/arcs.h"
+
+namespace {
+
+using tav::Point2DF;
+using test_support::kNan;
+using test_support::kSurvey;
+using Points = tav::Vector<Point2DF>;
+using PointLists = tav::Vector<Points>;
+using Values = tav::Vector<double>;
+
+TEST(PointLists, OrientationAndCentroidHoldAnywhere)
+{
+    std::mt19937 random(1);
+    commonFunc functions(0);
+    for (int i = 0; i < 200; ++i) {
+        const int n = 4 + i % 20;
+        Points ring;
+        for (int k = 0; k < n; ++k) {
+            const double radius = test_support::uniform(random, 30, 100);
+            const double angle = 2 * test_support::kPi * k / n;
+            ring.append((i % 3) * kSurvey + radius * Point2DF(std::cos(angle), std::sin(angle)));
+        }
+        Point2DF expected = ring[0];
+        for (int k = 1; k + 1 < n; ++k) {  // the triangles over the first vertex
+            const double share = functions.orientation3(ring[0], ring[k], ring[k + 1]) / 2 /
+                                 functions.polygonArea(ring);
+            expected +=
+                share * functions.triangleCentroid({}, ring[k] - ring[0], ring[k + 1] - ring[0]);
+        }
+        if (i % 5 == 0) ring.append(Point2DF(ring.first()));
+        for (const bool clockwise : {false, true}) {
+            EXPECT_EQ(functions.isClockwiseRing(ring), clockwise);
+            EXPECT_LT(test_support::dist(functions.ringCentroid(ring), expected), 1e-6);
+            functions.reversePointList(ring);
+        }
+    }
+    for (int i = 1; i < 100; ++i) {  // smaller than what sums of absolute coordinates resolve
+        const Point2DF top(5e5 + i, 4e6 + i * 5e-10), right(5e5 + 10, 4e6);
+        EXPECT_FALSE(functions.isClockwiseRing({kSurvey, right, top}));
+        EXPECT_TRUE(functions.isClockwiseRing({kSurvey, top, right}));
+    }
+}
+
+TEST(PointLists, DegenerateRings)
+{
+    struct Case {
+        Points ring;
+        bool clockwise;
+        Point2DF centroid, mean;
+    };
+    const Case cases[] = {
+        {{}, true, {0, 0}, {0, 0}},
+        {{{3, 4}}, true, {3, 4}, {3, 4}},
+        {{{0, 0}, {2, 0}, {4, 0}, {0, 0}}, true, {2, 0}, {2, 0}},
+        {{{0, 1}, {3, 5}, {0, 3}}, false, {1, 3}, {1, 3}},  // ends alike in x only
+        // The moment of a part that cancels the weight is lost.
+        {{{-1, -1}, {1, 1}, {-1, 1}}, false, {0, 0}, {-1 / 3.0, 1 / 3.0}},
+    };
+    commonFunc functions(0);
+    for (const Case& c : cases) {
+        EXPECT_EQ(functions.isClockwiseRing(c.ring), c.clockwise);
+        EXPECT_LT(test_support::dist(functions.ringMeanPoint(c.ring), c.mean), 1e-15);
+        EXPECT_LT(test_support::dist(functions.ringCentroid(c.ring), c.centroid), 1e-12);
+    }
+    EXPECT_EQ(functions.polylinesMeanPoint({{{9, 9}}, {{0, 0}, {4, 0}, {0, 0}}, {{5, 9}, {7, 3}}}),
+              Point2DF(4, 3));
+    EXPECT_EQ(functions.polylinesMeanPoint({{}, {{9, 8}}, {{1, 1}}}), Point2DF(9, 8));
+}
+
+TEST(PointLists, Extents)
+{
+    struct Case {
+        PointLists lists;
+        tav::RectF rect;  // left, low, width, height
+    };
+    const Case cases[] = {
+        {{{{-5, 7}, {-4, 9}, {kNan, 8}, {-8, 6}}}, {-8, 6, 4, 3}},
+        {{{{5, 7}}, {{-1, 20}, {2, 3}}}, {-1, 3, 6, 17}},
+        {{{{5, 7}}, {}}, {0, 0, 5, 7}},
+        {{{}, {{5, 7}, {9, 9}}}, {0, 0, 0, 0}},
+    };
+    commonFunc functions(0);
+    for (const Case& c : cases) EXPECT_EQ(functions.polylinesRect(c.lists), c.rect);
+    EXPECT_EQ(functions.pointsRect({{-5, -7}, {-4, -9}}), tav::RectF(-5, -9, 1, 2));
+    EXPECT_EQ(functions.lowerLeftPointIndex({{kNan, 0}, {3, 3}, {5, -2}, {-2, 5}, {4, 4}}), 2);
+}
+
+TEST(PointLists, MovesSubtractAndMayWorkInPlace)
+{
+    commonFunc functions(0);
+    PointLists lists{{{5, 5}, {9, 9}}, {}, {{1, 2}}};
+    functions.translatePolylines(lists, 1, 2, lists);
+    EXPECT_EQ(lists, (PointLists{{{4, 3}, {8, 7}}, {}, {{0, 0}}}));
+    Points points{{2, 4}, {6, 14}};
+    double cx = 0, cy = 0;
+    EXPECT_EQ(functions.centerPointsOnBox(points, cx, cy, points), 2);
+    EXPECT_EQ(Point2DF(cx, cy), Point2DF(4, 9));
+    EXPECT_EQ(points, (Points{{-2, -5}, {2, 5}}));
+}
+
+TEST(PointLists, SortKeepsTheOrderOfEqualKeys)
+{
+    struct Case {
+        Values keys, sorted;
+        Points points;
+    };
+    const Case cases[] = {
+        {{kNan, 2, kNan, 0.0, -0.0, 2, -9},
+         {-0.0, 0.0, 2, 2, kNan, kNan, -9},
+         {{3, 0}, {4, 0}, {1, 0}, {5, 0}, {0, 0}, {2, 0}}},
+        {{3, 2, 1, 0}, {3, 2, 1, 0}, {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}}},
+    };
+    for (const Case& c : cases) {
+        Points points{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
+        Values keys = c.keys;
+        commonFunc(0).sortPointsByKey(points, keys);
+        EXPECT_EQ(points, c.points);
+        for (int i = 0; i < keys.size(); ++i)
+            EXPECT_TRUE(keys[i] == c.sorted[i] || std::isnan(c.sorted[i]));
+    }
+}
+
+TEST(PointLists, LengthFollowsTheDistanceInUse)
+{
+    struct CityBlocks : commonFunc {
+        CityBlocks() : commonFunc(0) {}
+        double pointDist(const Point2DF& a, const Point2DF& b) override
+        {
+            return std::fabs(a.x() - b.x()) + std::fabs(a.y() - b.y());
+        }
+    };
+    EXPECT_EQ(CityBlocks().polylineLength({{0, 0}, {3, 4}, {0, 0}}), 14);
+}
+
+}  // namespace
