@@ -1,11 +1,8 @@
 #include "common/commonFunc.h"
 
 commonFunc::commonFunc(unsigned workCapacity)
+    : bulgePolylineWork_(workCapacity), polylineWork_(workCapacity)
 {
-    for (WorkPair* pair : {&bulgePolylineWork_, &polylineWork_, &segmentWork_}) {
-        pair->points.reserve(workCapacity);
-        pair->params.reserve(workCapacity);
-    }
 }
 
 commonFunc::~commonFunc() = default;

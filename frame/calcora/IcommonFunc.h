@@ -887,28 +887,60 @@ public:
     /// convex all the same.
     virtual void convexHull(Points& points, Points& hull) = 0;
 
-    /// Slot 113.
+    /// Slot 113. Slot 114 for a polyline with arcs. On an arc the direction of travel at the
+    /// nearest point counts, not the chord: between a left turning arc and its chord is left.
+    /// Nearest point by slot 66; bulges below 1e-6 and missing ones are straight.
     virtual int pointSideOfBulgePolyline(const Point2DF& p, const Points& polyline,
                                          Values bulges) = 0;
 
-    /// Slot 114.
+    /// Slot 114. The side of a polyline that p lies on, seen in its direction of travel: 1 left, -1
+    /// right, 0 on it (nearer than 1e-3). So beside a simple ring 1 is inside a counter-clockwise
+    /// and outside a clockwise one.
+    ///
+    /// Judged at the nearest point (slot 67) by the segment there. Within 1e-3 of a vertex (the
+    /// nearer one of a short segment) by the corner: of the segments before and after it, the one
+    /// whose line makes the larger angle with the direction to p; that keeps one value on each side
+    /// of corners of any sharpness, and p in line with one segment is judged by the other. Segments
+    /// without length are passed over. When the last point equals the first exactly, the corner
+    /// there wraps round.
+    ///
+    /// 0 also for a p in line (within 1e-6 radians) with both segments, or, beyond an open end,
+    /// with the one there; for fewer than two vertices; for a p that is not a number.
     virtual short pointSideOfPolyline(const Point2DF& p, const Points& polyline) = 0;
 
-    /// Slot 115.
+    /// Slot 115. The side of b (slot 114) that the midpoints of a's segments lie on: -1 or 1
+    /// whatever else lies on b, 2 for both sides, 0 when all lie on b or a has no segment.
     virtual int segmentsSideOfPolyline(const Points& a, const Points& b) = 0;
 
-    /// Slot 116.
+    /// Slot 116. As slot 115 for the vertices of a; when all of them lie on b, slot 115 decides.
+    /// The segments between vertices on one side may cross b unnoticed.
     virtual int polylineSideOfPolyline(const Points& a, const Points& b) = 0;
 
-    /// Slot 117.
+    /// Slot 117. Place of the middle of a segment in a straight-edged ring: slot 62 of it, but 2
+    /// for a ring of fewer than four points, also for a triangle without its first vertex repeated.
     virtual int segmentMidpointInRing(const Points& ring, const Point2DF& p1,
                                       const Point2DF& p2) = 0;
 
-    /// Slot 118.
+    /// Slot 118. How a polyline with arcs runs with respect to a ring with arcs.
+    ///
+    /// -1: some of it inside, nothing outside (it may touch the ring or run along it); 1: some of
+    /// it outside, nothing inside; 2: both, it passes through; 0: all of it on the ring; -2: fewer
+    /// than two vertices, or a ring for which slot 61 has -2. The polyline is not closed; the ring
+    /// is, whether or not it repeats its first vertex.
+    ///
+    /// The polyline is cut at its vertices and where its edges meet the ring's (slot 7, edge by
+    /// edge), and every piece has the place of its middle (slot 61; for an arc the middle of its
+    /// sweep). Pieces shorter than 1e-3 are passed over; when there is none longer the longest
+    /// piece decides. So is an edge that is not finite; one whose bulge is not a number meets
+    /// nothing anyway. Ends at 2.
+    ///
+    /// Of edges in a row that keep clear of the ring only the first is asked for. Cost: nearly
+    /// linear, and a point location for each such row and each piece of an edge that comes near.
     virtual int polylineRingRelation(const Points& polyline, const Values& polylineBulges,
                                      const Points& ring, const Values& ringBulges) = 0;
 
-    /// Slot 119.
+    /// Slot 119. Slot 118 for straight edges, with the ring first: edges meet by slot 13, places
+    /// are those of slot 117. -2 for a ring of fewer than four points, counted as given.
     virtual int polylinePartsInRing(const Points& ring, const Points& polyline) = 0;
 
     /// Slot 120. Box of several point lists. An empty first list gives zeros whatever follows; an
@@ -1004,10 +1036,11 @@ public:
     /// Slot 138.
     virtual bool hasBulges(const Values& bulges) = 0;
 
-    /// Slot 139.
+    /// Slot 139. Whether two lines begin and end at the same points, within 1e-4, in the same or in
+    /// opposite direction. False when one of them is empty.
     virtual bool haveSameEnds(const Points& a, const Points& b) = 0;
 
-    /// Slot 140.
+    /// Slot 140. The index of the first list that has the same ends as a (slot 139), or -1.
     virtual int findSameEnds(const PointLists& lists, const Points& a) = 0;
 
     /// Slot 141. The angle at b between the directions to a and to c, without sign, in [0, pi]. A
@@ -1039,16 +1072,49 @@ public:
     /// Slot 145. Centroid of a triangle.
     virtual Point2DF triangleCentroid(const Point2DF& a, const Point2DF& b, const Point2DF& c) = 0;
 
-    /// Slot 146.
+    /// Slot 146. A point inside a ring with arcs, to put a label: one that slot 61 calls inside,
+    /// and so not nearer than 1e-4 to a straight edge. It need not be far from the boundary.
+    ///
+    /// Tried in turn, each by slot 61: the 64 largest of the centroids of the triangles at vertices
+    /// and of the middles between arcs and their chords; the widest inner stretch on up to 64 lines
+    /// half way between heights of vertices and arc extremes; the same on 64 lines spread evenly
+    /// over the height. False, with `out` untouched, when none is inside: for a ring without area,
+    /// one thinner than 2e-4, and too few vertices.
+    ///
+    /// The ring may repeat its first vertex; its closing edge has bulge n - 1. Missing bulges are
+    /// straight; without any, fewer than three vertices are too few. Cost: nearly linear.
     virtual bool labelPoint(const Points& ring, const Values& bulges, Point2DF& out) = 0;
 
-    /// Slot 147.
+    /// Slot 147. The first centroid of three vertices in a row that lies inside the ring (slot 62).
+    /// Triangles over the closing edge are not tried. (0, 0) when there is none, which may also be
+    /// a true result. Up to n point locations.
     virtual Point2DF innerPointByTriangles(const Points& ring) = 0;
 
-    /// Slot 148.
+    /// Slot 148. A point inside a region of rings with arcs: as slot 149, with the scan line
+    /// through the middle of the box of all vertices, 1e-4 longer at both ends, its meetings with
+    /// all rings together, and places by slot 59.
+    ///
+    /// When nothing on the line is inside: the first point of the first ring that has one; without
+    /// any, (0, 0). A single counter-clockwise ring is a hole, and two rings one above the other
+    /// have the line between them: both end there. A missing bulge list is empty.
     virtual Point2DF innerPointOfRegion(const PointLists& rings, const ValueLists& bulgeLists) = 0;
 
-    /// Slot 149.
+    /// Slot 149. A point of a ring with arcs, inside where that is easily had; use slot 146 for one
+    /// that certainly is.
+    ///
+    /// A horizontal line through the middle of the box of the vertices, from side to side, is met
+    /// with the ring as given (slot 7 when slot 138 finds a bulge, else slot 13). The only meeting
+    /// is the result; otherwise the middle of the longest piece between meetings that is inside
+    /// (slot 61 or 62); otherwise the first vertex. An empty ring: (0, 0).
+    ///
+    /// The box is that of the vertices, so with outward arcs the line may end inside the figure and
+    /// the result be a boundary point: (0, 5) for a square of side 10 whose right side is a half
+    /// circle outwards. A disc of two vertices one above the other gives the first. The closing
+    /// edge is met only when the first vertex is repeated: the square without gives (10, 5).
+    ///
+    /// Meetings are ordered by distance and pieces by length by exchanging each with every later
+    /// one that is strictly smaller, which decides between equal pieces; above 2,000 of them equal
+    /// ones keep their order instead.
     virtual Point2DF innerPointOfRing(const Points& ring, const Values& bulges) = 0;
 
     /// Slot 150. Centre of the points' box, (0, 0) for an empty list.

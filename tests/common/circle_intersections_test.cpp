@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include "common/commonFunc.h"
+#include "tests/support/edges.h"
+
+namespace {
+
+using namespace test_support;
+
+TEST(LineThroughTwoPoints, MeetsTheCircle)
+{
+    struct Case {
+        double radius;
+        Point2DF p1, p2, out1, out2;
+    };
+    const double h = std::sqrt(0.75);
+    const Case cases[] = {
+        {1, {-2, 0.5}, {2, 0.5}, {-h, 0.5}, {h, 0.5}},
+        {1, {-2, -1.0009}, {2, -1.0009}, {0, -1}, kUntouched},
+        {1, {-2, 1.0011}, {2, 1.0011}, kUntouched, kUntouched},
+        {2, {5, 5}, {5, 5}, {0, 2}, {0, -2}},
+        {0, {-2, 0}, {2, 0}, {0, 0}, kUntouched},
+        {-1, {-2, 0}, {2, 0}, kUntouched, kUntouched},
+        {1, {-2, kNan}, {2, 0}, kUntouched, kUntouched},
+    };
+    commonFunc geometry(4);
+    for (const Case& c : cases) {
+        const auto placed = [&](const Point2DF& p) { return p == kUntouched ? p : kSurvey + p; };
+        Point2DF out1 = kUntouched, out2 = kUntouched;
+        geometry.intersectLineCircle(kSurvey, c.radius, placed(c.p1), placed(c.p2), out1, out2);
+        EXPECT_NEAR(dist(out1, placed(c.out1)) + dist(out2, placed(c.out2)), 0, 2e-9) << c.p1.y();
+    }
+}
+
+/// Every slope and scale of coefficients: as many points as the distance says, on both figures.
+TEST(LineByEquation, MeetsTheCircle)
+{
+    commonFunc geometry(4);
+    std::mt19937 random(2);
+    for (int i = 0; i < 20000; ++i) {
+        double coefficients[] = {uniform(random, 0.2, 1), uniform(random, -1, -0.2)};
+        const double scale = std::pow(10, uniform(random, -4, 4));
+        coefficients[i % 2] *= std::pow(10, uniform(random, -9, 0));
+        const double a = scale * coefficients[0], b = scale * coefficients[1];
+        if (std::fabs(a) < 2e-10 || std::fabs(b) < 2e-10) continue;
+        const double norm = std::sqrt(a * a + b * b);
+        const double radius = std::pow(10, uniform(random, -2, 4));
+        const double distance = radius * uniform(random, 0, 1.5);
+        const Point2DF centre = randomPoint(random, {}, 9);
+        const double c = distance * norm - a * centre.x() - b * centre.y();
+        Point2DF points[2] = {kUntouched, kUntouched};
+        const int count =
+            geometry.intersectLineCircleEq(centre, radius, a, b, c, points[0], points[1]);
+        SCOPED_TRACE(testing::Message() << i << " a " << a << " b " << b << " r " << radius);
+        ASSERT_EQ(count, distance < radius ? 2 : 0);
+        for (const Point2DF& p : points) {
+            ASSERT_EQ(p == kUntouched, count == 0);
+            if (count == 0) continue;
+            ASSERT_NEAR((a * p.x() + b * p.y() + c) / norm, 0, 1e-14 * (radius + 20));
+            ASSERT_NEAR(dist(p, centre), radius, 1e-13 * (radius + 20));
+        }
+        ASSERT_GE(points[0].y(), points[1].y());
+    }
+    struct Case {
+        double a, b, c;
+        int count;
+        Point2DF out1, out2;
+    };
+    const Case cases[] = {
+        {0, 1, -1, 2, {2, 1}, {0, 1}},
+        {0, 1, -2, 1, {1, 2}, kUntouched},
+        {-2, 0, 2, 2, {1, 2}, {1, 0}},
+        {1, 0, 0, 1, {0, 1}, kUntouched},
+        {0.6, 0.8, -2.4, 1, {1.6, 1.8}, kUntouched},
+        {1e-6, 1, -3, 0, kUntouched, kUntouched},
+        {1e-11, -1e-11, 0, 0, kUntouched, kUntouched},
+        {1, kInfinity, 0, 0, kUntouched, kUntouched},
+    };
+    for (const Case& c : cases) {
+        Point2DF out1 = kUntouched, out2 = kUntouched;
+        EXPECT_EQ(geometry.intersectLineCircleEq({1, 1}, 1, c.a, c.b, c.c, out1, out2), c.count);
+        EXPECT_NEAR(dist(out1, c.out1) + dist(out2, c.out2), 0, 1e-9) << c.a << ' ' << c.b;
+    }
+}
+
+/// Circles of any two sizes through one point, also an enormous and a small one.
+TEST(TwoCircles, MeetOnBoth)
+{
+    commonFunc geometry(4);
+    std::mt19937 random(4);
+    for (int i = 0; i < 5000; ++i) {
+        const Point2DF c1 = i % 2 ? kSurvey : Point2DF();
+        const double r1 = std::pow(10, uniform(random, -1, 3));
+        const double angle = i % 5 ? uniform(random, 0, 7) : (i % 4) * kPi / 2;
+        const double turn = uniform(random, 0.1, 3);
+        const Point2DF place = c1 + r1 * direction(angle + turn);  // to the left of c1 -> c2
+        const double d = i % 3 ? r1 * uniform(random, 0.1, 3) : std::pow(10, uniform(random, 3, 9));
+        const Point2DF c2 = c1 + d * direction(angle);
+        const double r2 = dist(place, c2);
+        const double slack = (i % 2 ? 1e-8 : 1e-13) * (1 + r1) + 1e-14 * d;
+        SCOPED_TRACE(testing::Message() << i << " r " << r1 << ' ' << r2 << " d " << d);
+        Point2DF p[6];
+        ASSERT_EQ(geometry.circleCircleIntersection(c1, r1, c2, r2, p[0], p[1]), 2);
+        ASSERT_EQ(geometry.circleCircleIntersection(c2, r2, c1, r1, p[2], p[3]), 2);
+        ASSERT_EQ(geometry.intersectCircles(c2, r2, c1, r1, p[4], p[5]), 2);
+        ASSERT_NEAR(dist(p[0], place), 0, 200 * slack);
+        ASSERT_NEAR(dist(p[3], place), 0, 200 * slack);
+        for (const Point2DF& q : p) {
+            ASSERT_NEAR(dist(q, c1), r1, i % 2 ? 3e-9 : 1e-13 * (1 + r1));
+            ASSERT_NEAR(dist(q, c2), r2, slack);
+        }
+        const bool isVertical = std::fabs(c2.x() - c1.x()) < 1e-10;
+        ASSERT_TRUE(isVertical ? p[4].x() >= p[5].x() : p[4].y() >= p[5].y());
+    }
+}
+
+TEST(TwoCircles, TouchOrCoincide)
+{
+    struct Case {
+        const char* what;
+        double r1;
+        Point2DF c2;
+        double r2;
+        int chord, meeting;  ///< results of intersectCircles and circleCircleIntersection
+        Point2DF first;
+    };
+    const Case cases[] = {
+        {"outside", 1, {0, -2}, 1, 1, 1, {0, -1}},
+        {"outside, a little into", 1, {1.9999995, 0}, 1, 2, 1, {1, 0}},
+        {"inside", 5, {1.8, 2.4}, 2, 2, 2, {3, 4}},
+        {"same", 1, {0, 0}, 1, -1, -1, kUntouched},
+        {"nearly the same", 1, {9e-4, 0}, 1 + 9e-7, 2, -1, kUntouched},
+        {"a point on the circle", 5, {3, 4}, 0, 1, 1, {3, 4}},
+        {"negative", -1, {1, 0}, 1, 0, 0, kUntouched},
+        {"not a number", 1, {kNan, 0}, 1, 0, 0, kUntouched},
+    };
+    commonFunc geometry(4);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        Point2DF p[4] = {kUntouched, kUntouched, kUntouched, kUntouched};
+        EXPECT_EQ(geometry.intersectCircles({0, 0}, c.r1, c.c2, c.r2, p[0], p[1]), c.chord);
+        EXPECT_EQ(geometry.circleCircleIntersection({0, 0}, c.r1, c.c2, c.r2, p[2], p[3]),
+                  c.meeting);
+        EXPECT_TRUE((p[0] == kUntouched) == (c.chord < 1) && (p[1] == kUntouched) == (c.chord < 1));
+        EXPECT_EQ(p[3] == kUntouched, c.meeting < 2);
+        EXPECT_NEAR(dist(p[2], c.first), 0, 1e-6);
+        EXPECT_TRUE(p[0] == p[1] || c.chord == 2);
+    }
+    std::mt19937 random(9);
+    for (int i = 0; i < 500; ++i) {  // not lost to the rounding of survey coordinates
+        const double r1 = uniform(random, 1, 500), r2 = uniform(random, 1, 500);
+        const Point2DF u = direction(uniform(random, 0, 7));
+        Point2DF touch, other;
+        ASSERT_EQ(geometry.circleCircleIntersection(kSurvey, r1, kSurvey + (r1 + r2) * u, r2, touch,
+                                                    other),
+                  1);
+        ASSERT_NEAR(dist(touch, kSurvey + r1 * u), 0, 2e-9);
+    }
+}
+
+}  // namespace
