@@ -3,10 +3,19 @@
 #include "calcora/IGeometric.h"
 #include "tavrel/PlainObject.h"
 
-class CGeometric : public tav::PlainObject<CGeometric, IGeometric>
-{
+class CGeometric : public tav::PlainObject<CGeometric, IGeometric> {
 public:
     static constexpr const char* kClassName = "CGeometric";
+
+    /// The bulge of the plan arc from a through m to b as the plan stations use it: the tangent of
+    /// a quarter of the angle that angleBetweenSegments2d gives between its two radii, 0 for
+    /// collinear points (twice the triangle's area below 1e-6) and when an object could not be
+    /// created.
+    ///
+    /// Counter-clockwise is negative. The sign gives the arc's side when m is the arc's middle as a
+    /// drawing stores it, within min(0.002, radius / 100) along the chord. For another m it tells
+    /// whether m comes before (not negative) or after the middle: give the middle point.
+    double arcBulge(const Point3DF& a, const Point3DF& b, const Point3DF& m);
 
     bool directionAngle3d(Point3DF a, Point3DF b, double& angle) override;
     bool segmentDirectionAngle3d(const PathRef& path, int i, double& angle) override;

@@ -3,8 +3,7 @@
 #include "calcora/IGeoSetUp.h"
 #include "tavrel/PlainObject.h"
 
-class CGeoSetUp : public tav::PlainObject<CGeoSetUp, IGeoSetUp>
-{
+class CGeoSetUp : public tav::PlainObject<CGeoSetUp, IGeoSetUp> {
 public:
     static constexpr const char* kClassName = "CGeoSetUp";
 

@@ -6,16 +6,17 @@
 #include "tavrel/Variant.h"
 #include "tavrel/points.h"
 
-namespace geo
-{
+namespace geo {
 
 /// The points of a path and its arc records. Segment i runs from point i to point i + 1; a record
 /// whose segment index is i makes it the circular arc through the record's point. With several
 /// records for one segment the first counts.
 ///
-/// An object offers IPath and IPointCollection with one shared reference count.
-class IPointCollection : public tav::InterfaceOf<IPointCollection>
-{
+/// An object offers IPath and IPointCollection with one shared reference count, whichever of the
+/// two it was created for; the two have addresses of their own, so one is reached from the other by
+/// a query only. Points and records are added, never changed: whoever edits a path makes a new one.
+/// One object is used from one thread at a time.
+class IPointCollection : public tav::InterfaceOf<IPointCollection> {
 public:
     static constexpr const char* kInterfaceName = "IPointCollection";
 

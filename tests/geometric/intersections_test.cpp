@@ -1,0 +1,277 @@
+// Projections onto segments, meetings of segments, lines, circles and arcs.
+#include <gtest/gtest.h>
+
+#include "geometric/CGeometric.h"
+#include "tests/support/paths.h"
+
+namespace {
+
+using namespace path_test;
+
+constexpr Point3DF kZero;
+
+Vec3 leftOf(const Vec3& v)
+{
+    return {-v.y, v.x, 0};
+}
+
+/// What an operation with two points is to give.
+struct Meeting {
+    short result;
+    Point3DF p1 = kUntouched, p2 = kUntouched;
+};
+
+class Intersections : public PathTest {
+protected:
+    CGeometric g;
+    Point3DF p[2] = {kUntouched, kUntouched};
+
+    Vec3 anyDirection()
+    {
+        const double angle = uniform(0, 7);
+        return {std::cos(angle), std::sin(angle), 0};
+    }
+    void expect(const Meeting& wanted, short result)
+    {
+        EXPECT_EQ(result, wanted.result);
+        EXPECT_POINT_NEAR(p[0], wanted.p1, 1e-5);
+        EXPECT_POINT_NEAR(p[1], wanted.p2, 1e-5);
+        p[0] = p[1] = kUntouched;
+    }
+};
+
+TEST_F(Intersections, Projections)
+{
+    const PathRef east = makePath({{0, 0, 2}, {10, 0, 3}}), west = makePath({{}, {-10, 0, 0}});
+    const PathRef half = makePath({{1, 0, 0}, {-1, 0, 0}}, {{0, {0, 1, 0}}});
+    const PathRef most = levelArc({}, 1, 0, 1.5 * kPi).path();
+    struct Case {
+        const char* name;
+        PathRef path;
+        Point3DF q;
+        short result;
+        Point3DF foot;
+    };
+    const Case cases[] = {
+        {"behind the start", east, {-2, 1, 0}, 0, {-2, 0, 0}},
+        {"behind the start, due west", west, {2, 1, 0}, 1, {2, 0, 0}},
+        {"no length", makePath({{1, 1, 0}, {1, 1, 5}}), {}, -1, kUntouched},
+        {"not a number", east, {kNan, 0, 0}, -1, kUntouched},
+        {"arc, far side rejected", half, {0, 0.5, 0}, 1, {0, 1, 0}},
+        {"arc, far side wins", most, {0.8, 0.6, 3}, 1, {-0.8, -0.6, 0}},
+        {"arc, both beside it", levelArc({}, 1, 1.2, 0.7).path(), {5, 0, 0}, 0, kUntouched},
+        {"no circle", makePath({{}, {2, 0, 0}}, {{0, {1, 0, 0}}}), {}, -1, kUntouched},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        p[0] = kUntouched;
+        EXPECT_EQ(g.projectPointToSegment(c.path, 0, c.q, p[0]), c.result);
+        EXPECT_POINT_NEAR(p[0], c.foot, 1e-12);
+    }
+    for (int round = 0; round < 2000; ++round) {
+        const Point3DF a(uniform(-1e3, 1e3), uniform(-1e3, 1e3), 0);
+        const Vec3 u = round % 10 ? anyDirection() : Vec3{1, 0, 0};
+        const PathRef path = makePath({a, moved(a, uniform(1, 100) * u)});
+        const Point3DF q = moved(a, uniform(-50, 50) * leftOf(u));
+        EXPECT_EQ(g.projectPointToSegment(path, 0, q, p[0]), 1) << "square to the start";
+    }
+}
+
+TEST_F(Intersections, LineAndCircle)
+{
+    struct Case {
+        int i;
+        Point3DF centre;
+        double radius;
+        Meeting wanted;
+    };
+    const Case cases[] = {
+        {0, {5, 3, 1}, 5, {2, {1, 0, 0}, {9, 0, 0}}},
+        {0, {5, 3, 0}, 3 + 5e-7, {1, {5, 0, 0}, kZero}},
+        {0, {5, 3, 0}, 2.9, {0, kZero, kZero}},
+        {0, {0, 3, 0}, 5, {2, {4, 0, 0}, {-4, 0, 0}}},
+        {0, {-5, 3, 0}, 5, {2, {-1, 0, 0}, {-9, 0, 0}}},
+        {1, {10, 1, 0}, 5, {0, kZero, kZero}},
+        {0, {5, 0, 0}, 0, {-1}},
+        {0, {5, kNan, 0}, 5, {-1}},
+    };
+    const PathRef path = makePath({{0, 0, 3}, {10, 0, 9}, {10, 0, 0}});
+    for (const Case& c : cases)
+        expect(c.wanted, g.lineCircleIntersections(path, c.i, c.centre, c.radius, p[0], p[1]));
+    for (int round = 0; round < 1000; ++round) {
+        // The foot of the centre a rounding step off the start, or anywhere.
+        const Point3DF a = inPlan(anyPoint(100));
+        const Vec3 u = anyDirection(), along = (round % 2 ? 0 : uniform(-50, 50)) * u;
+        const Point3DF centre = moved(a, along + uniform(-90, 90) * leftOf(u));
+        const PathRef line = makePath({a, moved(a, 30 * u)});
+        ASSERT_EQ(g.lineCircleIntersections(line, 0, centre, 100, p[0], p[1]), 2);
+        for (const Point3DF& found : p) {
+            EXPECT_NEAR(apart(found, centre), 100, 1e-6);
+            EXPECT_NEAR(planCross(u, between(a, found)), 0, 1e-6);
+        }
+    }
+}
+
+TEST_F(Intersections, Circles)
+{
+    struct Case {
+        double r1;
+        Point3DF c2;
+        double r2;
+        Meeting wanted;
+    };
+    const double behind = std::sqrt(1 - 0.44 * 0.44);
+    const Case cases[] = {
+        {1, {2, 0, 0}, 1, {1, {1, 0, 0}, kZero}},
+        {4, {2, 0, 0}, 2, {1, {4, 0, 0}, kZero}},
+        {2, {-2, 0, 0}, 4, {1, {2, 0, 0}, kZero}},
+        {3, {1, 0, 0}, 2, {0, kZero, kZero}},  // touching from inside, sizes alike
+        {-1, {0, 0, 0}, -1, {3}},
+        {1, {0, 0, 0}, 2, {-1}},
+        {1, {2, 0, 0}, 0, {-1}},
+        {4e-7, {0, 0, 5}, 4e-7, {0, kZero, kZero}},
+        {1, {0.5, 0, 0}, 1.3, {2, {0.44, -behind, 0}, {0.44, behind, 0}}},
+        {1e308, {1e308, 1e308, 0}, 1e308, {-1}},
+    };
+    for (const Case& c : cases)
+        expect(c.wanted, g.intersectCircles({}, c.r1, c.c2, c.r2, p[0], p[1]));
+    for (int round = 0; round < 1000; ++round) {
+        const Point3DF c1 = inPlan(anyPoint(100));
+        const double r1 = uniform(1, 50), along = round % 3 ? uniform(0, r1) : 0;
+        const double rise = std::sqrt(r1 * r1 - along * along), d = along + uniform(1, 60);
+        const Vec3 u = anyDirection(), side = rise * leftOf(u);
+        const double r2 = std::hypot(d - along, rise);
+        expect({2, moved(c1, along * u - side), moved(c1, along * u + side)},
+               g.intersectCircles(c1, r1, moved(c1, d * u), r2, p[0], p[1]));
+    }
+}
+
+TEST_F(Intersections, SegmentLineAndArc)
+{
+    const PathRef arc = makePath({{1, 0, 7}, {-1, 0, 7}}, {{0, {0, 1, 7}}, {0, {0, -1, 0}}});
+    const std::tuple<Point3DF, Point3DF, Meeting> cases[] = {
+        {{0.6, -3, 0}, {0.6, -2, 0}, {1, {0.6, 0.8, 0}}},
+        {{-5, 0.6, 0}, {5, 0.6, 0}, {2, {-0.8, 0.6, 0}, {0.8, 0.6, 0}}},
+        {{-5, 1, 0}, {5, 1, 0}, {1, {0, 1, 0}}},
+        {{-5, -1, 0}, {5, -1, 0}, {0}},
+        {{0, 1, 0}, {0, 1, 0}, {0}},
+    };
+    for (const auto& [from, to, wanted] : cases)
+        expect(wanted, g.intersectSegmentArc(makePath({from, to}), 0, arc, 0, p[0], p[1]));
+    const PathRef line = makePath({{}, {1, 0, 0}});
+    expect({-1}, g.intersectSegmentArc(line, 0, line, 0, p[0], p[1]));
+    const PathRef collinear = makePath({{}, {2, 0, 0}}, {{0, {1, 0, 0}}});
+    expect({0}, g.intersectSegmentArc(line, 0, collinear, 0, p[0], p[1]));
+}
+
+// Against the arcs' own shapes: the points of both circles that lie within both sweeps, in order.
+TEST_F(Intersections, ArcsAgainstTheirSweeps)
+{
+    const auto place = [](const TurnedArc& arc, const Point3DF& q) {
+        const Vec3 d = between(arc.centre, q);
+        const double angle = std::atan2(dot(d, arc.across), dot(d, arc.radius));
+        return (angle < 0 ? angle + 2 * kPi : angle) / arc.sweep;
+    };
+    int met = 0;
+    for (int round = 0; round < 3000; ++round) {
+        const Point3DF hub = inPlan(anyPoint(10));
+        const Vec3 d = uniform(1, 20) * anyDirection();
+        const double sense = below(2) ? 1 : -1, sweep = sense * uniform(0.3, 6);
+        const TurnedArc first = levelArc(hub, uniform(1, 15), uniform(0, 7), sweep);
+        const TurnedArc second =
+            levelArc(moved(hub, d), uniform(1, 15), uniform(0, 7), uniform(0.3, 6));
+        const double r1 = first.size(), r2 = second.size();
+        const double share = (dot(d, d) + r1 * r1 - r2 * r2) / (2 * dot(d, d));
+        const double square = r1 * r1 - share * share * dot(d, d);
+        if (std::fabs(square) < 1e-3) continue;  // nearly touching
+        std::vector<Point3DF> inFirst, inBoth;
+        for (const double side : {-1.0, 1.0}) {
+            if (square < 0) break;
+            const double rise = side * std::sqrt(square / dot(d, d));
+            const Point3DF q = moved(hub, share * d + rise * leftOf(d));
+            if (place(first, q) > 1) continue;
+            const bool before = !inFirst.empty() && place(first, q) < place(first, inFirst[0]);
+            inFirst.insert(before ? inFirst.begin() : inFirst.end(), q);
+        }
+        for (const Point3DF& q : inFirst)
+            if (place(second, q) <= 1) inBoth.push_back(q);
+        const auto wanted = [](const std::vector<Point3DF>& points) {
+            Meeting meeting{static_cast<short>(points.size())};
+            if (points.size() > 0) meeting.p1 = points[0];
+            if (points.size() > 1) meeting.p2 = points[1];
+            return meeting;
+        };
+        const PathRef a = first.path(uniform(0.1, 0.9)), b = second.path();
+        expect(wanted(inBoth), g.intersectArcs(a, 0, b, 0, p[0], p[1]));
+        expect(wanted(inFirst), g.segmentArcIntersections(a, 0, second.centre, r2, p[0], p[1]));
+        met += static_cast<int>(inBoth.size());
+    }
+    EXPECT_GT(met, 300);
+}
+
+TEST_F(Intersections, ArcCornerCases)
+{
+    const PathRef half = levelArc({}, 1, 0, kPi).path(), line = makePath({{}, {1, 0, 0}});
+    const std::pair<PathRef, Meeting> arcs[] = {
+        {levelArc({}, 1, 3.5, 1).path(), {3}},
+        {levelArc({}, 2, 0, 1).path(), {0}},
+        {line, {-1}},
+        {makePath({{}, {1, 0, 0}}, {{0, {0.5, 0, 0}}}), {-1}},
+        {levelArc({-2, 0, 0}, 1, 0, kPi).path(), {1, {-1, 0, 0}}},  // at a common vertex
+    };
+    for (const auto& [arc, wanted] : arcs)
+        expect(wanted, g.intersectArcs(half, 0, arc, 0, p[0], p[1]));
+    const Meeting touching{1, {0, 1, 0}};
+    const std::tuple<double, double, Meeting> circles[] = {{0, 1, {-1}},
+                                                           {0, 2, {0}},
+                                                           {1, 0, {-1}},
+                                                           {1, kNan, {-1}},
+                                                           {3, 2 + 5e-7, touching},
+                                                           {0.5, 0.5, touching},
+                                                           {-1, 2, touching},
+                                                           {3, 1.5, {0}}};
+    for (const auto& [y, radius, wanted] : circles)
+        expect(wanted, g.segmentArcIntersections(half, 0, {0, y, 0}, radius, p[0], p[1]));
+}
+
+TEST_F(Intersections, ChordsInSpace)
+{
+    const PathRef path = makePath({{0, 0, 1}, {10, 0, 1}});
+    struct Case {
+        const char* name;
+        Point3DF from, to;
+        short result;
+        Point3DF point;
+    };
+    const Case cases[] = {
+        {"ends touch", {10, 0, 1}, {12, 5, 9}, 1, {10, 0, 1}},
+        {"an end within reach", {5, 9e-7, 1}, {5, 3, 1}, 1, {5, 0, 1}},
+        {"an end out of reach", {5, 1.1e-6, 1}, {5, 3, 1}, 0, kUntouched},
+        {"overlap", {15, 0, 1}, {4, 0, 1}, 2, {4, 0, 1}},
+        {"overlap from before", {-5, 5e-7, 1}, {4, 5e-7, 1}, 2, {0, 0, 1}},
+        {"end to end on one line", {10, 0, 1}, {20, 0, 1}, 1, {10, 0, 1}},
+        {"beyond the end", {12, -3, 1}, {12, 3, 1}, 0, kUntouched},
+        {"narrow crossing", {0, -1e-5, 1}, {10, 1e-5, 1}, 1, {5, 0, 1}},
+        {"no length", {4, 0, 1}, {4, 0, 1}, -1, kUntouched},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        p[0] = kUntouched;
+        const PathRef other = makePath({c.from, c.to});
+        EXPECT_EQ(g.intersectSegments3d(path, 0, other, 0, p[0]), c.result);
+        EXPECT_POINT_NEAR(p[0], c.point, 1e-9);
+    }
+    for (int round = 0; round < 500; ++round) {
+        const Point3DF at = anyPoint(100);
+        PathRef crossing[2];
+        for (PathRef& each : crossing) {
+            const Vec3 u{uniform(-50, 50), uniform(-50, 50), uniform(-50, 50)};
+            const double t = uniform(0, 1);
+            each = makePath({moved(at, -t * u), moved(at, (1 - t) * u)});
+        }
+        ASSERT_EQ(g.intersectSegments3d(crossing[0], 0, crossing[1], 0, p[0]), 1);
+        EXPECT_POINT_NEAR(p[0], at, 1e-6);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+// Measures of one segment, angles between two, points built from a base.
+#include <gtest/gtest.h>
+
+#include "geometric/CGeometric.h"
+#include "tests/support/paths.h"
+
+namespace {
+
+using namespace path_test;
+
+constexpr double kNone = -777;
+
+class Measures : public PathTest {
+protected:
+    CGeometric g;
+
+    double get(bool (IGeometric::*operation)(Point3DF, Point3DF, double&), const Point3DF& b)
+    {
+        double value = 777;
+        return (g.*operation)({}, b, value) ? value : kNone;
+    }
+    double angle2d(const Vec3& u, const Vec3& v)
+    {
+        double angle = 777;
+        return g.angleBetweenLines2d({}, toPoint(u), {}, toPoint(v), angle) == 1 ? angle : kNone;
+    }
+    double angle3d(const Vec3& u, const Vec3& v)
+    {
+        const PathRef a = makePath({{}, toPoint(u)}), b = makePath({{}, toPoint(v)});
+        double angle = 777;
+        return g.angleBetweenSegments3d(a, 0, b, 0, angle) == 1 ? angle : kNone;
+    }
+};
+
+TEST_F(Measures, DirectionsAndSlopes)
+{
+    struct Case {
+        Point3DF to;
+        double direction3d, direction2d, slope;
+    };
+    const Case cases[] = {
+        {{0, -1, 0}, 1.5 * kPi, 1.5 * kPi, 0},  {{1, 0, 1}, 2 * kPi - kPi / 4, 0, -kPi / 4},
+        {{1, -1e-200, 0}, 2 * kPi, 2 * kPi, 0}, {{0, 0, 5}, 1.5 * kPi, kNone, kNone},
+        {{0, 1e-200, 0}, kNone, kNone, kNone},  {{1, kNan, 1}, kNone, kNone, kNone},
+        {{1, 1, kNan}, kNone, kPi / 4, kNone},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.to.x() << ' ' << c.to.y() << ' ' << c.to.z());
+        EXPECT_NEAR(get(&IGeometric::directionAngle3d, c.to), c.direction3d, 1e-15);
+        EXPECT_NEAR(get(&IGeometric::directionAngle2d, c.to), c.direction2d, 1e-15);
+        EXPECT_NEAR(get(&IGeometric::slopeAngle3d, c.to), c.slope, 1e-15);
+    }
+}
+
+TEST_F(Measures, PointsAgainstALineKeepTheirDigits)
+{
+    for (int round = 0; round < 500; ++round) {
+        const Point3DF a = anyPoint(100);
+        const Vec3 u{uniform(-100, 100), uniform(-100, 100), uniform(-100, 100)};
+        const PathRef path = makePath({a, moved(a, u)});
+        const double side = round % 5 ? uniform(-50, 50) : 0, plan = std::hypot(u.x, u.y);
+        const Point3DF onLine = moved(a, uniform(-2, 3) * u);
+        Point3DF q = moved(onLine, (side / plan) * Vec3{-u.y, u.x, 0});
+        double offset = 777, distance = 777;
+        ASSERT_TRUE(g.pointOffsetFromSegmentLine2d(path, 0, q, offset));
+        ASSERT_TRUE(g.pointDistToSegmentLine3d(path, 0, q, distance)) << "on the line too";
+        ASSERT_TRUE(g.projectPointToSegmentLine3d(path, 0, q, q)) << "output is the input";
+        EXPECT_NEAR(offset, side, 1e-8) << "positive to the left";
+        EXPECT_NEAR(distance, std::fabs(side), 1e-8);
+        EXPECT_POINT_NEAR(q, onLine, 1e-8);
+    }
+}
+
+TEST_F(Measures, Angles)
+{
+    struct Case {
+        Vec3 u, v;
+        double plan, space;
+    };
+    const double turn = std::atan2(9, 4) - std::atan2(1, 5);
+    const Case cases[] = {
+        {{1, 0, 0}, {-1, 1, 0}, 5 * kPi / 4, 3 * kPi / 4},  // obtuse in plan: the rest
+        {{1, 0, 0}, {1, -1, 0}, kPi / 4, kPi / 4},          // acute in plan: no sense
+        {{1, 0, 0}, {0, 1, 0}, kPi / 2, kPi / 2},
+        {{1, 0, 0}, {0, -1, 0}, 1.5 * kPi, kPi / 2},
+        {{1, 0, 5}, {-1, 0, 2}, kPi, kPi},          // level y: plan directions, no heights
+        {{0, 0, 1}, {-1, 0, 0}, kNone, kPi},        // no plan length: direction 0
+        {{0, 1, 5}, {0, 9, 4}, 0, 2 * kPi - turn},  // downwards: beyond pi
+        {{0, 9, 4}, {0, 1, 5}, 0, turn},            // differences as they are
+        {{1, 1, 0}, {-1, -1 - 1e-9, 0}, kPi + 5e-10, kPi - 5e-10},
+        {{0, kNan, 0}, {1, 0, 0}, kNone, kNone},
+    };
+    for (const Case& c : cases) {
+        EXPECT_NEAR(angle2d(c.u, c.v), c.plan, 1e-14) << c.plan;
+        EXPECT_NEAR(angle3d(c.u, c.v), c.space, 1e-14) << c.space;
+    }
+}
+
+TEST_F(Measures, PointsFromABase)
+{
+    Point3DF p;
+    for (int round = 0; round < 100; ++round) {
+        const double angle = uniform(-7, 14);
+        g.polarPoint({1, 2, 5}, angle, 3, p);
+        EXPECT_POINT_NEAR(p, Point3DF(1 + 3 * std::cos(angle), 2 + 3 * std::sin(angle), 5), 1e-14);
+    }
+    for (const double none : {9e-7, kNan, kInfinity, 1e200}) {
+        g.pointAlongVector(p = {1, 2, 3}, {none, 0, 0}, 10, p);
+        EXPECT_EQ(p, Point3DF(1, 2, 3));
+    }
+}
+
+TEST_F(Measures, SideOfALineIsToldByArea)
+{
+    struct Case {
+        double chord;
+        Point3DF p, q;
+        bool same;
+    };
+    const Case cases[] = {
+        {10, {1, 1, 0}, {9, -2, 0}, false},      {1, {0, 1e-6, 0}, {0, -5, 0}, true},
+        {0.001, {0, 1e-3, 0}, {0, -5, 0}, true}, {1e4, {0, 1.1e-10, 0}, {0, -5, 0}, false},
+        {0, {0, 1, 0}, {0, -1, 0}, true},        {1, {0, kNan, 0}, {0, 0, 0}, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(g.sameSideOfLine({}, {c.chord, 0, 0}, c.p, c.q), c.same) << c.p.y();
+        EXPECT_EQ(g.sameSideOfLine({}, {c.chord, 0, 0}, c.q, c.p), c.same) << c.p.y();
+    }
+}
+
+}  // namespace
