@@ -1,0 +1,80 @@
+#include "app/options.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+#include "app/dxf_groups.h"
+#include "app/user_error.h"
+
+namespace calcora::app {
+
+namespace {
+
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    namespace fs = std::filesystem;
+    if (a.empty() || b.empty()) return false;
+    std::error_code error;
+    if (fs::equivalent(a, b, error)) return fs::is_regular_file(a, error);
+    return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error) &&
+           !fs::exists(a, error);
+}
+
+}  // namespace
+
+std::string lengthError(const std::string& word)
+{
+    const auto number = dxfNumber(word);
+    return number && *number >= 0 ? "" : "\"" + word + "\" is no length";
+}
+
+void addDrawingOptions(CLI::App& command, DrawingOptions& options)
+{
+    command.add_option("IN.dxf", options.input, "The drawing to read")->required();
+    command.add_option("-o,--output", options.dxf, "Write the result as a DXF drawing")
+        ->type_name("OUT.dxf");
+    command.add_option("--svg", options.svg, "Write a picture of the result")->type_name("OUT.svg");
+    command.add_flag("--json", options.json, "Print the result as one JSON object");
+    command
+        .add_option("--layer", options.layers,
+                    "Take only what lies on these layers (upper and lower case are one)")
+        ->type_name("NAME");
+    command
+        .add_option("--ellipse-tolerance", options.ellipseTolerance,
+                    "Largest distance between an ellipse and its chords, in drawing units "
+                    "(default: a thousandth of its larger semi-axis)")
+        ->type_name("TOL")
+        ->check(lengthError);
+}
+
+Outputs::Outputs(const DrawingOptions& options)
+{
+    if (isSameFile(options.dxf, options.svg))
+        throw UserError(options.svg + ": named for both the DXF and the SVG output");
+    if (isSameFile(options.csv, options.dxf) || isSameFile(options.csv, options.svg))
+        throw UserError(options.csv + ": named for both the CSV and another output");
+    for (const std::string& output : {options.dxf, options.svg, options.csv})
+        if (isSameFile(output, options.input))
+            throw UserError(output + ": the output would replace the input");
+    if (!options.dxf.empty()) dxf_.emplace(options.dxf);
+    if (!options.svg.empty()) svg_.emplace(options.svg);
+    if (!options.csv.empty()) csv_.emplace(options.csv);
+}
+
+void Outputs::commit()
+{
+    if (dxf_) dxf_->commit();
+    if (svg_) svg_->commit();
+    if (csv_) csv_->commit();
+}
+
+void printAnswer(const std::string& text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
+        throw UserError(std::string("the answer cannot be written: ") + std::strerror(errno));
+}
+
+}  // namespace calcora::app

@@ -1,0 +1,48 @@
+// Numbers and words as the reports show them, whatever the locale.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/Drawing.h"
+
+namespace calcora::app {
+
+/// The shortest decimal text that reads back as the same number.
+std::string exactText(double value);
+
+/// The number for people: up to ten significant digits, no trailing zeros.
+std::string shortText(double value);
+
+/// With so many decimals at most, no trailing zeros, no minus before 0.
+std::string fixedText(double value, int decimals);
+
+/// "1,234,567".
+std::string countText(long long count);
+
+std::string placeText(const tav::Point2DF& place);
+
+/// "LINE 120, ARC 30"; "none" without any.
+std::string kindsText(const KindCounts& counts);
+
+/// Seconds with as many decimals as they deserve.
+std::string secondsText(double seconds);
+
+/// Rows of a report: names on the left, values aligned behind them.
+class Table {
+public:
+    void row(std::string name, std::string value, std::string remark = {});
+    /// A line of text under the row before.
+    void note(std::string text);
+    std::string text() const;
+
+private:
+    struct Row {
+        std::string name, value, remark;
+        bool isNote = false;
+    };
+    std::vector<Row> rows_;
+};
+
+}  // namespace calcora::app
