@@ -735,53 +735,146 @@ public:
     /// its box.
     virtual Point2DF ringCentroid(const Points& ring) = 0;
 
-    /// Slot 90.
+    /// Slot 90. Whether the ring is clockwise by the area of slot 36, which is positive then:
+    /// greater than 0. The last bulge belongs to the closing segment; on a ring whose first vertex
+    /// is repeated at the end that segment has no length, and its bulge does not count. Missing
+    /// bulges are 0.
     virtual bool hasPositiveBulgeArea(const Points& points, Values bulges) = 0;
 
-    /// Slot 91.
+    /// Slot 91. Box of a segment, its arc included: replaces both corners, which may be p1 and p2.
+    ///
+    /// Straight, and so the chord's box, for |bulge| < 1e-6. An extreme of the arc's circle counts
+    /// strictly inside the arc by slot 38, and only widens the box. Coincident ends: that point.
     virtual void bulgeArcExtents(const Point2DF& p1, const Point2DF& p2, double bulge,
                                  Point2DF& minCorner, Point2DF& maxCorner) = 0;
 
-    /// Slot 92.
+    /// Slot 92. Box of a polyline, arcs included, by slot 91; if `closed` with the closing segment,
+    /// which has the last bulge. It is grown on all sides by `margin`, shrunk by a negative one
+    /// (the corners may then cross). Fewer than two points: nothing is written. Missing bulges are
+    /// 0.
     virtual void bulgePolylineExtents(const Points& points, Values bulges, bool closed,
                                       Point2DF& minCorner, Point2DF& maxCorner, double margin) = 0;
 
-    /// Slot 93.
+    /// Slot 93. The parallel of a polyline with arcs at `distance`, to the left of the direction of
+    /// travel when it is positive. Arcs stay arcs about their centre, with radius r - distance for
+    /// a positive bulge and r + distance for a negative one. Replaces both outputs.
+    ///
+    /// True: `outBulges` is as long as `outPoints`, its last entry 0; a closed result repeats its
+    /// first vertex exactly. False, and outputs untouched: fewer than two points, or fewer than two
+    /// distinct ones; a figure that has vanished; a number that is not finite, or a result that is
+    /// not. Distance 0 gives the figure itself. Missing bulges are 0; |bulge| < 1e-6 is straight.
+    ///
+    /// Closed is a figure whose ends are less than 1e-4 apart, and only that: a ring that does not
+    /// repeat its first vertex is an open figure. A vertex less than 1e-3 from the one before it is
+    /// taken out with the bulge of the segment between them.
+    ///
+    /// Joints, in this order, lengths in units of max(1, |distance|): moved ends within 1e-6 of
+    /// each other meet half-way. Else lines and circles are intersected, of two points the one
+    /// nearer to the vertex, without limit at sharp corners. Where these do not meet, an outer
+    /// corner (one that turns away from the parallel) gets an arc of radius |distance| about its
+    /// vertex, the shorter way round; a line that turns straight back gets a half circle round its
+    /// tip. At an inner corner one of the two pieces lies within reach of the other: the one with
+    /// the shorter parallel is dropped.
+    ///
+    /// Pieces, connecting arcs among them, vanish whose radius is no longer positive, or that their
+    /// joints overrun (1e-9 is nothing left). They are taken out one by one, the most overrun for
+    /// its length first, and their neighbours are joined: where both are cut short, else where
+    /// nearest. Two that cannot be joined lose the shorter one. A closed figure also has vanished
+    /// when both the turns and the area of what is left have the other sign. So every point of the
+    /// result is |distance| from the line or circle of its segment; where far parts of the figure
+    /// come closer to each other than twice that, the result crosses itself. An open figure ends at
+    /// the moved ends of the first and the last piece that are left.
+    ///
+    /// Cost: n log n. Points lie relative to the first vertex, so far coordinates cost no digits.
     virtual bool offsetBulgePolyline(Points points, Values bulges, double distance,
                                      Points& outPoints, Values& outBulges) = 0;
 
-    /// Slot 94.
+    /// Slot 94. Both ends of a segment moved sideways, to its left for a positive distance, by
+    /// slots 15 and 74. Coincident ends have the direction 3 pi / 2: both move towards +x. The
+    /// outputs may be anything; they are written last.
     virtual void parallelSegment(Point2DF a, Point2DF b, Point2DF& outA, Point2DF& outB,
                                  double distance) = 0;
 
-    /// Slot 95.
+    /// Slot 95. Bulge of the arc from `start` to `end` about `centre`: negative when `clockwise`.
+    ///
+    /// The size comes from half the chord h and the radius alone, the centre only tells the long
+    /// way round from the short one (the turn about it is beyond pi, or below it for clockwise;
+    /// exactly pi is short); whether the ends lie on the circle is not looked at. h >= radius, a
+    /// negative radius too, gives a half circle, 1 or -1. Coincident ends and values that are not
+    /// finite: 0.
+    ///
+    /// Near a half circle one rounding step of the chord moves the bulge by 1e-8.
     virtual double bulgeFromRadius(Point2DF centre, Point2DF start, Point2DF end, double radius,
                                    bool clockwise) = 0;
 
-    /// Slot 96.
+    /// Slot 96. Cuts a polyline with arcs, and values of its vertices, at two places, in either
+    /// order.
+    ///
+    /// Appends three lists to each output: head, middle and tail. Each bulge list is as long as its
+    /// point list and ends with 0; a part of an arc gets the bulge of its share of the sweep;
+    /// values at a cut are linear in the share of the segment. A piece without length is the one
+    /// point. With no `values` the three value lists are empty. `flag` has no effect.
+    ///
+    /// A cut is at the nearest point by slot 66, not where it was given, and past an open end at
+    /// that end. Within 1e-6 of a vertex, as share of the segment, it is the vertex, which is not
+    /// doubled. Missing bulges are 0. Nothing is appended for fewer than two points, for values
+    /// fewer than points (but not none), and when no place can be found.
     virtual void bulgePolylineSection(const Point2DF& cutA, const Point2DF& cutB,
                                       const Points& points, Values bulges, const Values& values,
                                       PointLists& outPoints, ValueLists& outBulges,
                                       ValueLists& outValues, bool flag) = 0;
 
-    /// Slot 97.
+    /// Slot 97. Replaces arcs by chords: m of them for an arc of m times `stepDegrees` degrees, m
+    /// the whole part of that ratio, so that a chord spans the step or more: an arc of 15 degrees
+    /// by steps of 10 is one chord. An arc below the step stays an arc. Ratios a billionth below a
+    /// whole number are that number. Vertices lie on the arc at equal distances (slot 46), with
+    /// linear values.
+    ///
+    /// Replaces the three outputs, which may be the inputs. Straight are |bulge| <= 1e-6; the
+    /// closing bulge, if there is one, is copied. A negative step counts by its size; 0 or not
+    /// finite, or no bulges: copies. An arc gets at most 65,536 chords, and stays when the result
+    /// would exceed 4,194,304 + 64 n points or its length is not finite. Bulges fewer than n - 1,
+    /// or values fewer than n (but not none): outputs untouched.
     virtual void densifyBulgesByAngle(const Points& points, const Values& bulges,
                                       const Values& values, double stepDegrees, Points& outPoints,
                                       Values& outBulges, Values& outValues) = 0;
 
-    /// Slot 98.
+    /// Slot 98. Appends the vertices of an arc cut into chords, from exactly p1 to exactly p2. It
+    /// is halved until the chords' sagitta |chord bulge| / 2 is below `tolerance` (equality
+    /// halves), so there are 2^k equal chords. Any bulge counts as an arc, 0 has sagitta 0.
+    ///
+    /// The finest tolerance is F = 1e-10 times the larger side of the arc's box (slot 91) plus
+    /// 1e-15 times the largest coordinate; one below, zero, negative or not a number is F,
+    /// +infinity accepts the chord. Points of one call: 4,194,304 + 64 for each point given; an arc
+    /// that needs more is one chord. Middles are those of slot 26, so flat arcs keep their side and
+    /// place. Coincident ends: p1 and p2. A number that is not finite, or a sagitta that is not:
+    /// nothing is appended.
     virtual void bulgeArcToChords(Point2DF p1, Point2DF p2, double bulge, double tolerance,
                                   Points& out) = 0;
 
-    /// Slot 99.
+    /// Slot 99. Slot 98 in plan, with elevations appended to `outZ`: a middle has the mean of its
+    /// ends. The tolerance does not look at elevations; one that is not finite: nothing is
+    /// appended.
     virtual void bulgeArcToChords3d(Point3DF a, Point3DF b, double bulge, double tolerance,
                                     Points& out, Values& outZ) = 0;
 
-    /// Slot 100.
+    /// Slot 100. A polyline cut into chords: each |bulge| > 1e-6 by slot 98, with the finest
+    /// tolerance of the whole figure (F of slot 98 with its box); vertices stay. No closing
+    /// segment.
+    ///
+    /// Replaces `out`, which may be the input: with nothing for fewer than two points, with a copy
+    /// for no bulges. An arc that would bring the result above 4,194,304 + 64 n points is one
+    /// chord. Bulges fewer than n - 1 (but not none), or a number that is not finite: `out`
+    /// untouched.
     virtual void bulgePolylineToChords(const Points& points, const Values& bulges, double tolerance,
                                        Points& out) = 0;
 
-    /// Slot 101.
+    /// Slot 101. Slot 100 with elevations, by slot 99. Fewer elevations than points (but not none),
+    /// or one that is not finite: outputs untouched.
+    ///
+    /// With no elevations `outZ` is not parallel to `out`: arcs give zeros, twice where two arcs
+    /// meet, straight segments nothing (two arcs of 3 points each: 5 points, 6 zeros). Use slot 100
+    /// then.
     virtual void bulgePolylineToChords3d(const Points& points, const Values& bulges,
                                          const Values& z, double tolerance, Points& out,
                                          Values& outZ) = 0;
@@ -930,9 +1023,8 @@ public:
     ///
     /// The polyline is cut at its vertices and where its edges meet the ring's (slot 7, edge by
     /// edge), and every piece has the place of its middle (slot 61; for an arc the middle of its
-    /// sweep). Pieces shorter than 1e-3 are passed over; when there is none longer the longest
-    /// piece decides. So is an edge that is not finite; one whose bulge is not a number meets
-    /// nothing anyway. Ends at 2.
+    /// sweep). Pieces shorter than 1e-3 are passed over (when there is none longer the
+    /// longest decides), and so are edges that are not finite.
     ///
     /// Of edges in a row that keep clear of the ring only the first is asked for. Cost: nearly
     /// linear, and a point location for each such row and each piece of an edge that comes near.
@@ -1023,17 +1115,18 @@ public:
     virtual int circleCircleIntersection(const Point2DF& c1, double r1, const Point2DF& c2,
                                          double r2, Point2DF& out1, Point2DF& out2) = 0;
 
-    /// Slot 135.
+    /// Slot 135. Length of the segments without a closing one: the sum of slot 35. Fewer than two
+    /// points, or fewer than n - 1 bulges: 0.
     virtual double bulgeSegmentsLength(const Points& points, const Values& bulges) = 0;
 
     /// Slot 136. Length of a polyline, the sum of the pointDist of its edges; 0 for fewer than two
     /// points. No closing edge is added.
     virtual double polylineLength(const Points& points) = 0;
 
-    /// Slot 137.
+    /// Slot 137. Whether any list has an arc by slot 138.
     virtual bool anyBulgeInLists(const ValueLists& bulgeLists) = 0;
 
-    /// Slot 138.
+    /// Slot 138. Whether any bulge is above 1e-6 in size, strictly; not-a-number is not.
     virtual bool hasBulges(const Values& bulges) = 0;
 
     /// Slot 139. Whether two lines begin and end at the same points, within 1e-4, in the same or in
