@@ -8,32 +8,28 @@
 
 namespace calcora::detail {
 
-/// A segment of the figure and its parallel: a line, or an arc about the same centre.
+/// A segment of the figure and its parallel: a line, or an arc about the same centre. Or an arc that
+/// connects two of them, about the vertex between them, which is both its `from` and its `to`.
 struct MovedPiece {
     Point2DF from, to;    ///< the segment's own ends
-    double length = 0.0;  ///< of the segment, before the move
+    double length = 0.0;  ///< of the segment before the move, of a connecting arc as it is
     Point2DF start, end;  ///< of the parallel, before it is joined
     Point2DF along;       ///< unit vector of a line
     bool isArc = false;
     bool clockwise = false;
     Point2DF centre;
-    double radius = 0.0;     ///< of the parallel arc; not positive when there is none
-    double sweep = 0.0;      ///< of an arc, without sign
-    bool keepsEnds = false;  ///< an arc that is not to be lengthened by its joins
+    double radius = 0.0;  ///< of the parallel arc; not positive when there is none
+    double sweep = 0.0;   ///< of an arc, without sign
 };
 
-/// How one moved piece goes over into the next.
-struct Join {
-    enum class Kind {
-        kFree,   ///< not at all: the end of an open figure
-        kPoint,  ///< both end at `point`
-        kArc,    ///< both keep their ends; an arc of `bulge` about the vertex connects them
-        kNone    ///< impossible: one of the two has to go
-    };
-    Kind kind = Kind::kFree;
-    Point2DF point;
-    double bulge = 0.0;
-};
+/// Unit vector along the piece at a point of it.
+Point2DF directionAt(const MovedPiece& piece, const Point2DF& at);
+
+/// The turn from one direction to another, in (-pi, pi].
+double turnOf(const Point2DF& from, const Point2DF& to);
+
+/// Whether unit vectors point against each other, within an angle of 1e-6.
+bool turnsBack(const Point2DF& arriving, const Point2DF& leaving);
 
 /// The move of a figure's segments by a distance, to the left when it is positive.
 class SidewiseMove {
@@ -42,16 +38,29 @@ public:
 
     MovedPiece move(const Point2DF& from, const Point2DF& to, double bulge) const;
 
-    /// Ends that coincide are joined there; that is looked at first, since lines in line, arcs of
-    /// one circle and tangential neighbours have no intersection that rounding leaves alone. Then
-    /// come the carriers, lines and whole circles: of two intersections the one nearer to the
-    /// vertex. Where they do not meet, neighbours on the outer side of their corner get a
-    /// connecting arc; on its inner side one of them lies wholly within reach of the other.
-    /// `areNeighbours` is false when pieces between the two have vanished.
-    Join join(const MovedPiece& before, const MovedPiece& after, bool areNeighbours) const;
+    /// The arc about the vertex between two neighbours, from the end of one to the start of the
+    /// other, the shorter way round.
+    MovedPiece connect(const MovedPiece& before, const MovedPiece& after) const;
 
     /// Whether a piece of that length, or an arc of that radius, is there at all.
     bool isThere(double length) const;
+
+    /// Whether the moved ends at the joint of two pieces are one point.
+    bool endsCoincide(const MovedPiece& before, const MovedPiece& after) const;
+
+    /// Whether the corner between two neighbours turns away from their parallels, so that these
+    /// leave a gap. Turning straight back does, on either side.
+    bool isOuterCorner(const MovedPiece& before, const MovedPiece& after) const;
+
+    /// Where one piece goes over into the next, if there is such a point. `areNeighbours` is false
+    /// when pieces between the two have vanished.
+    ///
+    /// Ends that coincide are looked at first: lines in line, arcs of one circle and tangential
+    /// neighbours have no intersection that rounding leaves alone. Then come the carriers, lines
+    /// and whole circles. Of two intersections neighbours take the one nearer to their vertex,
+    /// others the one that cuts both short.
+    std::optional<Point2DF> joint(const MovedPiece& before, const MovedPiece& after,
+                                  bool areNeighbours) const;
 
     /// What is left of an arc's sweep when it runs between these points instead of its own ends:
     /// the sweep less the turns at both ends, so that an arc which would run backwards comes out
@@ -64,15 +73,9 @@ public:
     double bulgeBetween(const MovedPiece& piece, const Point2DF& start, const Point2DF& end) const;
 
 private:
-    std::optional<Point2DF> carriersMeet(const MovedPiece& before, const MovedPiece& after,
-                                         const Point2DF& vertex) const;
     std::optional<Point2DF> linesMeet(const MovedPiece& before, const MovedPiece& after) const;
-    std::optional<Point2DF> circlesMeet(const MovedPiece& before, const MovedPiece& after,
-                                        const Point2DF& vertex) const;
-    bool isOuterCorner(const MovedPiece& before, const MovedPiece& after) const;
-    double connectingBulge(const MovedPiece& before, const MovedPiece& after) const;
-    double arcBulge(const Point2DF& centre, const Point2DF& start, const Point2DF& end,
-                    double radius, bool clockwise, double sweep) const;
+    std::optional<Point2DF> sameCircleMeets(const MovedPiece& before,
+                                            const MovedPiece& after) const;
 
     IcommonFunc& geometry_;
     double distance_;

@@ -1,0 +1,203 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "common/commonFunc.h"
+#include "tests/support/arcs.h"
+
+namespace {
+
+using namespace test_support;
+using tav::Point2DF;
+using tav::Point3DF;
+using testing::ElementsAre;
+using Points = IcommonFunc::Points;
+using Values = IcommonFunc::Values;
+
+TEST(BulgeExtents, HoldTheSampledArcsAndTouchThem)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(3);
+    for (int i = 0; i < 300; ++i) {
+        const Arc arc = randomArc(random, i % 2 ? kSurvey : Point2DF());
+        Point2DF low, high, seenLow = arc.start(), seenHigh = arc.start();
+        geometry.bulgeArcExtents(arc.start(), arc.end(), arc.bulge(), low, high);
+        for (int k = 0; k <= 2000; ++k) {
+            const Point2DF p = arc.at(k / 2000.0);
+            seenLow = {std::min(seenLow.x(), p.x()), std::min(seenLow.y(), p.y())};
+            seenHigh = {std::max(seenHigh.x(), p.x()), std::max(seenHigh.y(), p.y())};
+        }
+        ASSERT_LT(std::max(dist(low, seenLow), dist(high, seenHigh)), 2e-4);
+    }
+}
+
+TEST(BulgeExtents, OfPolylines)
+{
+    commonFunc geometry(10);
+    Point2DF low = kUntouched, high = kUntouched;
+    geometry.bulgePolylineExtents({{1, 1}}, {}, true, low, high, 5);
+    EXPECT_EQ(low, kUntouched);
+    const Points line{{0, 0}, {2, 0}, {2, 4}};
+    geometry.bulgePolylineExtents(line, {1}, false, low, high, 0);
+    EXPECT_TRUE(dist(low, {0, -1}) < 1e-15 && high == Point2DF(2, 4));
+    // The closing arc of bulge 1 reaches out to the left by half the chord.
+    geometry.bulgePolylineExtents(line, {0, 0, 1}, true, low, high, -0.5);
+    EXPECT_LT(dist(low, Point2DF(1 - std::sqrt(5) + 0.5, 0.5)), 1e-12);
+    geometry.bulgeArcExtents({0, 0}, {2, 0}, 0.5e-6, low, high);
+    EXPECT_TRUE(low == Point2DF(0, 0) && high == Point2DF(2, 0));
+    geometry.bulgeArcExtents({3, 4}, {3, 4}, 1, low, high);
+    EXPECT_TRUE(low == Point2DF(3, 4) && high == low);
+
+    geometry.parallelSegment({1, 1}, {1, 1}, low, high, 2);  // no direction: towards +x
+    EXPECT_LT(dist(low, {3, 1}) + dist(high, {3, 1}), 1e-12);
+
+    // A closed list with a bulge on its last entry, whose arc has no chord.
+    EXPECT_TRUE(geometry.hasPositiveBulgeArea({{0, 0}, {0, 5}, {5, 5}, {0, 0}}, {0, 0, 0, 3}));
+    EXPECT_FALSE(geometry.hasPositiveBulgeArea({{0, 0}, {4, 0}}, {1, 1}));
+
+    EXPECT_DOUBLE_EQ(geometry.bulgeSegmentsLength(line, {1, 0}), kPi + 4);
+    EXPECT_EQ(geometry.bulgeSegmentsLength(line, {1}), 0.0);
+    EXPECT_FALSE(geometry.hasBulges({0, 1e-6, kNan}));
+    EXPECT_TRUE(geometry.anyBulgeInLists({{0.0}, {}, {0, -2e-6}}));
+}
+
+TEST(BulgeFromRadius, GivesTheBulgeBack)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(4);
+    for (int i = 0; i < 500; ++i) {
+        Arc arc = randomArc(random, {});
+        if (std::fabs(std::fabs(arc.sweep) - kPi) < 0.1) continue;
+        if (i % 5 == 0) arc.radius = 1e7;
+        if (i % 5 == 0) arc.sweep *= 1e-6;
+        const double bulge =
+            geometry.bulgeFromRadius(arc.centre, arc.start(), arc.end(), arc.radius, arc.sweep < 0);
+        ASSERT_NEAR(bulge / arc.bulge(), 1, 1e-8) << arc.sweep;
+    }
+    EXPECT_EQ(geometry.bulgeFromRadius({1, 0}, {0, 0}, {2, 0}, 0.5, true), -1);
+    for (const double radius : {kNan, kInfinity})
+        EXPECT_EQ(geometry.bulgeFromRadius({0, 9}, {-1, 0}, {1, 0}, radius, false), 0);
+    EXPECT_EQ(geometry.bulgeFromRadius({0, kNan}, {-1, 0}, {1, 0}, 9, false), 0);
+    EXPECT_EQ(geometry.bulgeFromRadius({0, 0}, {1, 0}, {1, 0}, 1, false), 0);
+}
+
+TEST(BulgeChords, LieOnTheArcWithinTheTolerance)
+{
+    commonFunc geometry(10);
+    std::mt19937 random(5);
+    for (int i = 0; i < 200; ++i) {
+        const Arc arc = randomArc(random, i % 2 ? kSurvey : Point2DF());
+        const double tolerance = std::pow(10, uniform(random, -5, 0.5));
+        const Point3DF from(arc.start(), 10), to(arc.end(), 20);
+        Points chords;
+        Values heights;
+        geometry.bulgeArcToChords3d(from, to, arc.bulge(), tolerance, chords, heights);
+        const int n = chords.size() - 1;
+        ASSERT_EQ(n & (n - 1), 0);
+        ASSERT_TRUE(chords.first() == arc.start() && chords.last() == arc.end());
+        for (int k = 0; k <= n; ++k) {
+            ASSERT_LT(dist(chords[k], arc.at(double(k) / n)), 1e-8);
+            ASSERT_NEAR(heights[k], 10 + 10.0 * k / n, 1e-12);
+        }
+        // The sagitta is below the tolerance, and that of arcs twice as long is not.
+        const double part = arc.sweep / n;
+        ASSERT_LT(arc.radius * (1 - std::cos(part / 2)), tolerance * (1 + 1e-6));
+        ASSERT_TRUE(n == 1 || arc.radius * (1 - std::cos(part)) > tolerance * (1 - 1e-6));
+    }
+}
+
+TEST(BulgeChords, NumberForTolerance)
+{
+    commonFunc geometry(10);
+    const struct {
+        const char* name;
+        double chord, bulge, tolerance;
+        int points;
+    } cases[] = {
+        {"equality halves", 2, 1, 1, 3},
+        {"infinite tolerance", 2, 1, kInfinity, 2},
+        {"flat arc whose parts pass the straight limit", 1e6, 4e-6, 0.1, 9},
+        {"coincident ends", 0, 1, 0, 2},
+        {"no tolerance is the finest", 2, 1, 0, (1 << 17) + 1},
+        {"as is one that is not a number", 2, -1, kNan, (1 << 17) + 1},
+        {"arc too large for its points", 1, 1e300, 1e-3, 2},
+        {"infinite chord", 1e300, 1, 1, 0},
+        {"bulge not a number", 1, kNan, 1, 0},
+    };
+    for (const auto& c : cases) {
+        Points out;
+        geometry.bulgeArcToChords({0, 0}, {c.chord, 0}, c.bulge, c.tolerance, out);
+        EXPECT_EQ(out.size(), c.points) << c.name;
+        // The flat arc bulges to the right.
+        EXPECT_TRUE(c.points != 9 || std::fabs(out[4].y() + 2) < 1e-9);
+    }
+}
+
+TEST(BulgeChords, OfPolylines)
+{
+    commonFunc geometry(10);
+    const Points line{{0, 0}, {2, 0}, {4, 0}, {9, 0}};
+    Points out;
+    Values heights;
+    geometry.bulgePolylineToChords(line, {1, -1, 0}, 0.5, out);
+    ASSERT_EQ(out.size(), 6);
+    EXPECT_LT(dist(out[1], {1, -1}) + dist(out[3], {3, 1}), 1e-12);
+    geometry.bulgePolylineToChords3d(line, {1, -1, 0}, {0, 2, 4, 8}, 0.5, out, heights);
+    EXPECT_THAT(heights, ElementsAre(0, 1, 2, 3, 4, 8));
+    // Without elevations arcs give zeros, shared ones twice, and straight segments nothing.
+    geometry.bulgePolylineToChords3d(line, {1, -1, 0}, {}, 0.5, out, heights);
+    EXPECT_TRUE(out.size() == 6 && heights == Values(6, 0.0));
+
+    geometry.bulgePolylineToChords3d(line, {}, {0, 2, 4, 8}, 0.5, out, heights);
+    EXPECT_TRUE(out == line && heights.size() == 4);
+    for (const auto& [bulges, z] : {std::pair<Values, Values>{{1, 1}, {0, 2, 4, 8}},
+                                    {{1, 1, 1}, {0, 2, 4}},
+                                    {{1, kNan, 1}, {}},
+                                    {{0, 0, 0}, {0, 2, kInfinity, 4}}}) {
+        geometry.bulgePolylineToChords3d(line, bulges, z, 0.5, out, heights);
+        EXPECT_TRUE(out == line && heights.size() == 4);
+    }
+    geometry.bulgePolylineToChords({{1, 1}}, {}, 0.5, out);
+    EXPECT_TRUE(out.isEmpty());
+
+    // Long lines of arcs stop at the bound, and stay closed up.
+    Points many;
+    for (int i = 0; i < 2000; ++i) many.append({double(i), 0});
+    geometry.bulgePolylineToChords(many, Values(2000, 1), 0, many);
+    EXPECT_LE(many.size(), 4194304 + 64 * 2000);
+    EXPECT_GT(many.size(), 4000000);
+    for (int i = 1; i < many.size(); ++i) ASSERT_LT(dist(many[i - 1], many[i]), 1.0001);
+}
+
+TEST(BulgeDensify, ByAngle)
+{
+    commonFunc geometry(10);
+    const auto bulgeOf = [](double degrees) { return std::tan(degrees * kPi / 720); };
+    const struct {
+        double degrees, step;
+        int points;
+        bool staysArc;
+    } cases[] = {
+        {90, 10, 10, false}, {30, 10, 4, false},  {30, 30, 2, false},
+        {15, 10, 2, false},  {5, 10, 2, true},    {-90, -10, 10, false},
+        {90, 0, 2, true},    {90, kNan, 2, true}, {90, 1e-9, 65537, false},
+    };
+    for (const auto& c : cases) {
+        const Values bulges{bulgeOf(c.degrees), 0, 0.7};
+        Points points{kSurvey, kSurvey + Point2DF(4, 0), kSurvey + Point2DF(4, 4)};
+        Values dense = bulges, values{0, 9, 10};
+        geometry.densifyBulgesByAngle(points, dense, values, c.step, points, dense, values);
+        ASSERT_EQ(points.size(), c.points + 1) << c.degrees << ' ' << c.step;
+        ASSERT_TRUE(dense.size() == points.size() && values.size() == points.size());
+        EXPECT_TRUE(dense[0] == (c.staysArc ? bulges[0] : 0.0) && dense.last() == 0.7);
+        for (int i = 1; i < c.points; ++i) {
+            ASSERT_NEAR(values[i], 9.0 * i / (c.points - 1), 1e-12);
+            ASSERT_NEAR(dist(points[i - 1], points[i]), dist(points[0], points[1]), 1e-8);
+        }
+    }
+    Points points;
+    Values bulges, values{1};  // too few values: untouched
+    geometry.densifyBulgesByAngle({{0, 0}, {1, 0}}, {1}, {5}, 10, points, bulges, values);
+    EXPECT_THAT(values, ElementsAre(1));
+}
+
+}  // namespace

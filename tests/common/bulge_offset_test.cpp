@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include "common/commonFunc.h"
+#include "tests/support/arcs.h"
+
+namespace {
+
+using namespace test_support;
+using tav::Point2DF;
+using Points = IcommonFunc::Points;
+using Values = IcommonFunc::Values;
+
+const double kQuarter = std::tan(kPi / 8);  ///< bulge of a quarter circle
+const double kThird = std::tan(kPi / 6);    ///< bulge of a third of a circle
+const double kSixty = std::sqrt(3.0) / 2;
+
+struct Figure {
+    Points points;
+    Values bulges;
+};
+
+const Figure kRectangle{{{0, 0}, {10, 0}, {10, 4}, {0, 4}, {0, 0}}, {}};
+const Figure kDisc{{{-2, 0}, {2, 0}, {-2, 0}}, {1, 1}};
+const Figure kThreeArcs{{{2, 0}, {-1, 2 * kSixty}, {-1, -2 * kSixty}, {2, 0}},
+                        {kThird, kThird, kThird}};
+const Figure kStadium{{{2, 0}, {8, 0}, {8, 4}, {2, 4}, {2, 0}}, {0, 1, 0, 1}};
+const Figure kRounded{
+    {{2, 0}, {18, 0}, {20, 2}, {20, 8}, {18, 10}, {2, 10}, {0, 8}, {0, 2}, {2, 0}},
+    {0, kQuarter, 0, kQuarter, 0, kQuarter, 0, kQuarter}};
+const Figure kEll{{{0, 0}, {10, 0}, {10, 4}, {4, 4}, {4, 10}, {0, 10}, {0, 0}}, {}};
+const Figure kNotched{
+    {{0, 0}, {20, 0}, {20, 10}, {12, 10}, {12, 5}, {8, 5}, {8, 10}, {0, 10}, {0, 0}}, {}};
+const Figure kHalfDisc{{{-10, 0}, {10, 0}, {-10, 0}}, {0, 1}};
+const Figure kFourDents{{{-5, 0}, {0, -5}, {5, 0}, {0, 5}, {-5, 0}}, {-.4, -.4, -.4, -.4}};
+const Figure kStroke{{{0, 0}, {8, 6}, {0, 0}}, {}};  ///< there and back
+const Figure kRoad{{{-20, 0}, {0, 0}, {5, 5}, {5, 12}, {8, 15}, {20, 15}},
+                   {0, kQuarter, 0, -kQuarter}};
+const Figure kTwoArcs{{{0, 0}, {6, 0}, {12, 0}}, {1, -1}};
+const Figure kSteps{{{0, 0}, {10, 0}, {10, 5}, {20, 5}}, {}};
+const Figure kBump{{{-10, 0}, {-3, 0}, {3, 0}, {10, 0}}, {0, -1}};
+const Figure kBulb{{{-10, 0}, {-3, 0}, {3, 0}, {10, 0}}, {0, -1.2}};
+
+class BulgeOffset : public testing::Test {
+protected:
+    commonFunc geometry{10};
+    Figure out{{kUntouched}, {7}};
+
+    bool offset(const Figure& figure, double distance)
+    {
+        return geometry.offsetBulgePolyline(figure.points, figure.bulges, distance, out.points,
+                                            out.bulges);
+    }
+    /// Counter-clockwise positive.
+    double area(const Figure& figure)
+    {
+        return -geometry.bulgePolygonArea(figure.points, figure.bulges);
+    }
+    /// The least and the largest distance of points of the result from the figure.
+    std::pair<double, double> reach(const Figure& figure)
+    {
+        std::pair<double, double> range{kInfinity, 0};
+        for (int i = 0; i + 1 < out.points.size(); ++i) {
+            for (int k = 0; k <= 40; ++k) {
+                Point2DF at;
+                geometry.pointOnBulgeSegmentAtRatio(out.points[i], out.points[i + 1], out.bulges[i],
+                                                    k / 40.0, at);
+                const double d = std::sqrt(
+                    geometry.pointBulgePolylineDistSquared(at, figure.points, figure.bulges));
+                range = {std::min(range.first, d), std::max(range.second, d)};
+            }
+        }
+        return range;
+    }
+};
+
+/// Figures and distances at which nothing of the result is nearer than the distance. `farthest` is
+/// how far a joint may lie off, as a multiple of it; `area` that of the closed result, from its own
+/// geometry.
+TEST_F(BulgeOffset, LiesAtTheDistance)
+{
+    const double miter = std::sqrt(2.0) + 1e-9;
+    const struct {
+        const char* name;
+        const Figure& figure;
+        double distance, farthest, area;
+        int points;
+    } cases[] = {
+        {"rectangle in", kRectangle, 1.5, 1, 7, 5},
+        {"rectangle out", kRectangle, -3, miter, 160, 5},
+        {"disc out", kDisc, -3, 1, 25 * kPi, 3},
+        {"three arcs in", kThreeArcs, 1.9, 1, 0.01 * kPi, 4},
+        {"stadium in", kStadium, 1.9, 1, 1.2 + 0.01 * kPi, 5},
+        {"stadium out", kStadium, -2, 1, 48 + 16 * kPi, 5},
+        {"rounded in", kRounded, 1.5, 1, 119 - (1 - kPi / 4), 9},
+        {"rounded in by its radius", kRounded, 2, 1, 96, 5},
+        {"rounded in beyond its arcs", kRounded, 4, 1, 24, 5},
+        {"rounded out", kRounded, -1, 1, 264 - 9 * (4 - kPi), 9},
+        {"L in", kEll, 1, miter, 28, 7},
+        {"L out", kEll, -3, miter, 220, 7},
+        {"notch half closed", kNotched, -1, miter, 22 * 12 - 2 * 5, 9},
+        {"notch closed", kNotched, -3, miter, 26 * 16, 6},
+        {"half disc in", kHalfDisc, 2, 1, 64 * std::acos(0.25) - 2 * std::sqrt(60.0), 3},
+        {"dents filled", kFourDents, -6, 1, 0, 5},
+        {"stroke", kStroke, 1, 1, -20 - kPi, 5},
+        {"stroke from the other side", kStroke, -1, 1, 20 + kPi, 5},
+        {"road left", kRoad, 2.5, 1, 0, 6},
+        {"road left, without its arc", kRoad, 6, 1, 0, 5},
+        {"two arcs left", kTwoArcs, 2.9, 1, 0, 3},
+        {"steps", kSteps, 6, miter, 0, 4},
+        {"into the bump", kBump, -2, 1, 0, 6},
+        {"past the bump", kBump, -4, 1, 0, 5},
+        {"past the bulb", kBulb, -4, 1, 0, 5},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(offset(c.figure, c.distance)) << c.name;
+        const double d = std::fabs(c.distance);
+        const auto [nearest, farthest] = reach(c.figure);
+        EXPECT_GT(nearest, d - 1e-9) << c.name;
+        EXPECT_LT(farthest, c.farthest * d + 1e-9) << c.name;
+        EXPECT_EQ(out.points.size(), c.points) << c.name;
+        ASSERT_TRUE(out.bulges.size() == out.points.size() && out.bulges.last() == 0) << c.name;
+        const bool isClosed = c.figure.points.first() == c.figure.points.last();
+        EXPECT_EQ(out.points.first() == out.points.last(), isClosed) << c.name;
+        EXPECT_TRUE(c.area == 0 || std::fabs(area(out) - c.area) < 1e-9) << c.name << area(out);
+
+        const Figure near = out;
+        ASSERT_TRUE(offset({moved(c.figure.points, kSurvey), c.figure.bulges}, c.distance));
+        ASSERT_EQ(out.points.size(), near.points.size()) << c.name;
+        for (int i = 0; i < near.points.size(); ++i) {
+            EXPECT_LT(dist(out.points[i], near.points[i] + kSurvey), 2e-9) << c.name;
+            EXPECT_NEAR(out.bulges[i], near.bulges[i], 1e-8) << c.name;
+        }
+    }
+}
+
+TEST_F(BulgeOffset, VanishesWhenNothingIsLeft)
+{
+    const std::pair<Figure, double> cases[] = {
+        {kRectangle, 2},
+        {kRectangle, 3},
+        {kDisc, 2},
+        {kThreeArcs, 5},
+        {kStadium, 2},
+        {kStadium, 3},
+        {kRounded, 5.1},
+        {kHalfDisc, 6},
+        {kFourDents, 3},
+        {kFourDents, 6},
+        {kEll, 2.1},
+        {kTwoArcs, kNan},
+        {{{{1, 1}}, {}}, 1},
+        {{{{1, 1}, {1, 1.0005}}, {}}, 1},
+        {{{{0, 0}, {1e300, 0}, {0, 1e300}}, {1, 1}}, 1},
+        {{{{0, 0}, {kInfinity, 0}}, {}}, 1},
+        {{{{0, 0}, {1, 0}}, {kNan}}, 1},
+    };
+    for (const auto& [figure, distance] : cases) {
+        EXPECT_FALSE(offset(figure, distance)) << figure.points.size() << ' ' << distance;
+        EXPECT_TRUE(out.points.size() == 1 && out.bulges.size() == 1);
+    }
+}
+
+TEST_F(BulgeOffset, RepeatsAndRings)
+{
+    // The vanishing segment takes its own bulge away, not that of the arc behind it.
+    ASSERT_TRUE(offset({{{0, 0}, {0.0005, 0}, {4, 0}}, {0, 1}}, 1));
+    EXPECT_TRUE(out.points.size() == 2 && std::fabs(out.bulges[0] - 1) < 1e-12);
+    // A closing vertex within 1e-4 closes; within 1e-3 it only is near; none leaves it open.
+    for (const auto& [gap, closes] : {std::pair(5e-5, true), {5e-4, false}, {5.0, false}}) {
+        Figure ring{{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, gap}}, {}};
+        ASSERT_TRUE(offset(ring, 1));
+        EXPECT_EQ(out.points.first() == out.points.last(), closes) << gap;
+    }
+    // A repeat before the closing vertex would turn back there.
+    ASSERT_TRUE(offset({{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0.0005, 0}, {0, 0}}, {}}, -1));
+    EXPECT_NEAR(area(out), 144, 1e-9);
+    // Both segments are overrun; with the short one gone the long one is whole again.
+    ASSERT_TRUE(offset({{{0, 0}, {10, 0}, {9, 1}}, {}}, 5));
+    EXPECT_TRUE(out.points.size() == 2 && dist(out.points[1], {10, 5}) < 1e-9);
+    ASSERT_TRUE(offset(kStadium, 0));
+    EXPECT_TRUE(out.points == kStadium.points && out.bulges == Values({0, 1, 0, 1, 0}));
+    // Inputs as outputs.
+    Figure disc = kDisc;
+    ASSERT_TRUE(
+        geometry.offsetBulgePolyline(disc.points, disc.bulges, 1, disc.points, disc.bulges));
+    EXPECT_NEAR(area(disc), kPi, 1e-12);
+}
+
+/// Rough rings of lines and arcs, at distances far beyond the length of their edges: the parallel
+/// is still there, and but for a few loops it keeps its distance.
+TEST_F(BulgeOffset, RoughRings)
+{
+    std::mt19937 random(11);
+    int points = 0, tooNear = 0;
+    for (int round = 0; round < 60; ++round) {
+        Figure ring;
+        for (int i = 0; i < 60; ++i) {
+            const double angle = kPi * i / 30, r = 10 + uniform(random, -0.8, 0.8);
+            ring.points.append({r * std::cos(angle), r * std::sin(angle)});
+            ring.bulges.append(i % 2 ? uniform(random, -0.6, 0.6) : 0.0);
+        }
+        ring.points.append(Points(ring.points).first());
+        for (const double d : {-3.0, 1.0, 3.0}) {
+            ASSERT_TRUE(offset(ring, d)) << round;
+            EXPECT_NEAR(area(out) / (kPi * (10 - d) * (10 - d)), 1, 0.3);
+            for (const Point2DF& p : std::as_const(out.points)) {
+                const double squared =
+                    geometry.pointBulgePolylineDistSquared(p, ring.points, ring.bulges);
+                tooNear += std::sqrt(squared) < std::fabs(d) - 1e-7;
+                ++points;
+            }
+        }
+    }
+    EXPECT_LT(tooNear, points / 50);
+}
+
+}  // namespace
