@@ -7,35 +7,27 @@ namespace {
 
 using namespace test_support;
 
+commonFunc geometry(4);
+
 TEST(LineThroughTwoPoints, MeetsTheCircle)
 {
-    struct Case {
-        double radius;
-        Point2DF p1, p2, out1, out2;
+    const auto meet = [&](double radius, double y) {
+        Point2DF p[2] = {kUntouched, kUntouched};
+        geometry.intersectLineCircle(kSurvey, radius, kSurvey + Point2DF(-2, y),
+                                     kSurvey + Point2DF(2, y), p[0], p[1]);
+        const int count = (p[0] != kUntouched) + (p[1] != kUntouched);
+        for (int k = 0; k < count; ++k) EXPECT_NEAR(dist(p[k], kSurvey), radius, 2e-9) << y;
+        EXPECT_TRUE(count < 2 || p[0].x() < p[1].x());
+        return count;
     };
-    const double h = std::sqrt(0.75);
-    const Case cases[] = {
-        {1, {-2, 0.5}, {2, 0.5}, {-h, 0.5}, {h, 0.5}},
-        {1, {-2, -1.0009}, {2, -1.0009}, {0, -1}, kUntouched},
-        {1, {-2, 1.0011}, {2, 1.0011}, kUntouched, kUntouched},
-        {2, {5, 5}, {5, 5}, {0, 2}, {0, -2}},
-        {0, {-2, 0}, {2, 0}, {0, 0}, kUntouched},
-        {-1, {-2, 0}, {2, 0}, kUntouched, kUntouched},
-        {1, {-2, kNan}, {2, 0}, kUntouched, kUntouched},
-    };
-    commonFunc geometry(4);
-    for (const Case& c : cases) {
-        const auto placed = [&](const Point2DF& p) { return p == kUntouched ? p : kSurvey + p; };
-        Point2DF out1 = kUntouched, out2 = kUntouched;
-        geometry.intersectLineCircle(kSurvey, c.radius, placed(c.p1), placed(c.p2), out1, out2);
-        EXPECT_NEAR(dist(out1, placed(c.out1)) + dist(out2, placed(c.out2)), 0, 2e-9) << c.p1.y();
-    }
+    EXPECT_EQ(meet(1, 0.5), 2);
+    EXPECT_TRUE(meet(1, -1.0009) == 1 && meet(1, 1.0011) == 0);
+    EXPECT_TRUE(meet(-1, 0) == 0 && meet(1, kNan) == 0);
 }
 
 /// Every slope and scale of coefficients: as many points as the distance says, on both figures.
 TEST(LineByEquation, MeetsTheCircle)
 {
-    commonFunc geometry(4);
     std::mt19937 random(2);
     for (int i = 0; i < 20000; ++i) {
         double coefficients[] = {uniform(random, 0.2, 1), uniform(random, -1, -0.2)};
@@ -61,32 +53,21 @@ TEST(LineByEquation, MeetsTheCircle)
         }
         ASSERT_GE(points[0].y(), points[1].y());
     }
-    struct Case {
-        double a, b, c;
-        int count;
-        Point2DF out1, out2;
-    };
-    const Case cases[] = {
-        {0, 1, -1, 2, {2, 1}, {0, 1}},
-        {0, 1, -2, 1, {1, 2}, kUntouched},
-        {-2, 0, 2, 2, {1, 2}, {1, 0}},
-        {1, 0, 0, 1, {0, 1}, kUntouched},
-        {0.6, 0.8, -2.4, 1, {1.6, 1.8}, kUntouched},
-        {1e-6, 1, -3, 0, kUntouched, kUntouched},
-        {1e-11, -1e-11, 0, 0, kUntouched, kUntouched},
-        {1, kInfinity, 0, 0, kUntouched, kUntouched},
-    };
-    for (const Case& c : cases) {
-        Point2DF out1 = kUntouched, out2 = kUntouched;
-        EXPECT_EQ(geometry.intersectLineCircleEq({1, 1}, 1, c.a, c.b, c.c, out1, out2), c.count);
-        EXPECT_NEAR(dist(out1, c.out1) + dist(out2, c.out2), 0, 1e-9) << c.a << ' ' << c.b;
+    const std::tuple<double, double, double, int> cases[] = {
+        {0, 1, -1, 2},       {0, 1, -2, 1},    {-2, 0, 2, 2},         {1, 0, 0, 1},
+        {0.6, 0.8, -2.4, 1}, {1e-6, 1, -3, 0}, {1e-11, -1e-11, 0, 0}, {1, kInfinity, 0, 0}};
+    for (const auto& [a, b, c, count] : cases) {
+        Point2DF p[2] = {kUntouched, kUntouched};
+        ASSERT_EQ(geometry.intersectLineCircleEq({1, 1}, 1, a, b, c, p[0], p[1]), count);
+        EXPECT_EQ((p[0] != kUntouched) + (p[1] != kUntouched), count);
+        for (int k = 0; k < count; ++k)
+            EXPECT_NEAR(std::fabs(a * p[k].x() + b * p[k].y() + c) + dist(p[k], {1, 1}), 1, 1e-9);
     }
 }
 
 /// Circles of any two sizes through one point, also an enormous and a small one.
 TEST(TwoCircles, MeetOnBoth)
 {
-    commonFunc geometry(4);
     std::mt19937 random(4);
     for (int i = 0; i < 5000; ++i) {
         const Point2DF c1 = i % 2 ? kSurvey : Point2DF();
@@ -134,15 +115,14 @@ TEST(TwoCircles, TouchOrCoincide)
         {"negative", -1, {1, 0}, 1, 0, 0, kUntouched},
         {"not a number", 1, {kNan, 0}, 1, 0, 0, kUntouched},
     };
-    commonFunc geometry(4);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         Point2DF p[4] = {kUntouched, kUntouched, kUntouched, kUntouched};
         EXPECT_EQ(geometry.intersectCircles({0, 0}, c.r1, c.c2, c.r2, p[0], p[1]), c.chord);
         EXPECT_EQ(geometry.circleCircleIntersection({0, 0}, c.r1, c.c2, c.r2, p[2], p[3]),
                   c.meeting);
-        EXPECT_TRUE((p[0] == kUntouched) == (c.chord < 1) && (p[1] == kUntouched) == (c.chord < 1));
-        EXPECT_EQ(p[3] == kUntouched, c.meeting < 2);
+        EXPECT_TRUE((p[1] == kUntouched) == (c.chord < 1) &&
+                    (p[3] == kUntouched) == (c.meeting < 2));
         EXPECT_NEAR(dist(p[2], c.first), 0, 1e-6);
         EXPECT_TRUE(p[0] == p[1] || c.chord == 2);
     }

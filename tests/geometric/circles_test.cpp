@@ -49,7 +49,6 @@ TEST_F(Circles, CornerCases)
     const double y = 4e6 + 0.1;
     const Point3DF none = kUntouched;
     const Case cases[] = {
-        {"heights", {1, 0, 5}, {-1, 0, 5}, {0, 1, 5}, true, true, {}, {0, 0, 5}},
         {"full circle", {1, 0, 3}, {1, 0, 3}, {-1, 0, 5}, true, true, {}, {0, 0, 4}},
         {"upright chord", {1, 0, 0}, {1, 0, 2}, {}, true, true, {0.5, 0, 0}, {0.5, 0, 0}},
         {"upright", {-50, y, 0}, {50, y, 0}, {0, y, 10}, false, true, none, {0, y, -120}},
@@ -103,8 +102,7 @@ TEST_F(Circles, TransformsAPoint)
     m->initSquare(4, 1.0);
     m->setValue(1, 3, 10);
     Point3DF p(1, 2, 3);
-    ASSERT_TRUE(g.transformPoint3d(p, m, p));
-    EXPECT_EQ(p, Point3DF(7, 16, 7)) << "no division by the fourth component";
+    EXPECT_TRUE(g.transformPoint3d(p, m, p) && p == Point3DF(7, 16, 7)) << "no division";
     m->initSquare(3, 1.0);
     EXPECT_FALSE(g.transformPoint3d(p, m, p) || g.transformPoint3d(p, {}, p));
 }

@@ -11,6 +11,11 @@
 
 namespace test_support {
 
+using tav::Point2DF;
+using Points = tav::Vector<Point2DF>;
+using Values = tav::Vector<double>;
+using PointLists = tav::Vector<Points>;
+
 constexpr double kPi = std::numbers::pi;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();

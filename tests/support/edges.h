@@ -10,8 +10,6 @@
 
 namespace test_support {
 
-using tav::Point2DF;
-
 inline Point2DF direction(double angle)
 {
     return {std::cos(angle), std::sin(angle)};
