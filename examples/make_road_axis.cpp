@@ -70,7 +70,7 @@ int main()
     std::printf(
         "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n");
     road(500100, 4000100, 0,
-         {{60}, {80 * pi / 3, 80}, {45}, {50 * pi / 2, -50}, {40}, {24 * 1.5 * pi, 24}, {18}});
+         {{60}, {80 * pi / 3, 80}, {45}, {50 * pi / 2, -50}, {40}, {24 * 1.5 * pi, 24}, {8}});
     road(500125, 4000100 + kHalfRoad, pi / 2, {{12}, {20 * pi / 3, 20}, {30}});
     std::printf("0\nENDSEC\n0\nEOF\n");
 }

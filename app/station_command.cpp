@@ -1,0 +1,176 @@
+#include "app/station_command.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <memory>
+
+#include "app/dxf_groups.h"
+#include "app/dxf_reader.h"
+#include "app/figures.h"
+#include "app/host.h"
+#include "app/progress.h"
+#include "app/station_report.h"
+#include "app/text.h"
+#include "app/user_error.h"
+
+namespace calcora::app {
+
+namespace {
+
+struct StationOptions {
+    DrawingOptions drawing;
+    StationRequest request;
+    double tick = 0;  ///< 0: by the size of the axes
+};
+
+/// What is wrong with the word of an option that takes a length above 0; empty when nothing is.
+std::string spacingError(const std::string& word)
+{
+    const auto number = dxfNumber(word);
+    return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
+}
+
+/// A sixtieth of the larger side of the drawing.
+double tickFor(const Drawing& drawing)
+{
+    constexpr double kTickShare = 1.0 / 60;
+    Box extent;
+    for (const Figure& figure : drawing.figures)
+        extent.add(figureBox(figure.points, figure.bulges, figure.closed));
+    return extent.isEmpty() ? 0.0 : std::max(extent.width(), extent.height()) * kTickShare;
+}
+
+void setStations(Axis& axis, const std::vector<double>& wanted, double tick,
+                 const Interrupt& interrupt, AxisReport& report)
+{
+    for (const double along : wanted) {
+        if (interrupt.raised()) return;
+        report.stations.push_back(axis.at(along));
+        const Station& station = report.stations.back();
+        report.ticks.push_back({axis.beside(station, tick), axis.beside(station, -tick)});
+    }
+}
+
+/// Told when not one axis has any of the stations asked for.
+void failBeyondAll(const StationReport& report, const StationRequest& request)
+{
+    double longest = 0;
+    for (const AxisReport& axis : report.axes) {
+        if (axis.beyond.size() < request.at.size()) return;
+        longest = std::max(longest, axis.length);
+    }
+    const double first = *std::min_element(request.at.begin(), request.at.end());
+    throw UserError(report.file + ": --at " + shortText(first) + " lies beyond the end of the " +
+                    (report.axes.size() == 1 ? "axis" : "longest axis") + " at " +
+                    shortText(longest));
+}
+
+/// Fills in the axes of `report.drawing`.
+void setOut(const Host& host, const StationRequest& request, const Interrupt& interrupt,
+            StationReport& report)
+{
+    long long count = 0;
+    for (const Figure& figure : report.drawing.figures) {
+        if (interrupt.raised()) break;
+        Axis axis(host, figure);
+        if (!(axis.length() > 0)) {
+            ++report.drawing.notTaken["axis (no length)"];
+            continue;
+        }
+        AxisReport told;
+        told.number = static_cast<int>(report.axes.size()) + 1;
+        told.figure = &figure;
+        told.length = axis.length();
+        told.segments = axis.segmentCount();
+        told.arcs = axis.arcCount();
+        const std::vector<double> wanted = wantedStations(axis, request, told.beyond);
+        count += static_cast<long long>(wanted.size());
+        if (count > kMostStations)
+            throw UserError("more than " + countText(kMostStations) + " stations in all");
+        setStations(axis, wanted, report.tick, interrupt, told);
+        report.axes.push_back(std::move(told));
+    }
+    report.interrupted = interrupt.raised();
+    if (report.interrupted) return;
+    if (report.axes.empty()) throw UserError("nothing on the layer has a length");
+    if (!request.at.empty()) failBeyondAll(report, request);
+}
+
+/// What goes wrong with a drawing is told with its name.
+void setOutOf(const Host& host, const StationRequest& request, const Interrupt& interrupt,
+              StationReport& report)
+{
+    try {
+        setOut(host, request, interrupt, report);
+    } catch (const UserError& error) {
+        const std::string text = error.what();
+        throw UserError(text.starts_with(report.file) ? text : report.file + ": " + text);
+    }
+}
+
+int runStation(const StationOptions& options, const GlobalOptions& global)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    Host host(global.pluginFolder);
+    host.loadGeometry();
+    StationReport report;
+    report.file = options.drawing.input;
+    {
+        const Progress progress("reading " + report.file);
+        report.drawing =
+            readDxf(report.file, {options.drawing.layers, options.drawing.ellipseTolerance});
+    }
+    report.tick = options.tick > 0 ? options.tick : tickFor(report.drawing);
+    Interrupt interrupt;
+    Outputs outputs(options.drawing);
+    {
+        const Progress progress("setting out stations");
+        setOutOf(host, options.request, interrupt, report);
+        if (!report.interrupted) {
+            if (outputs.dxf()) writeStations(*outputs.dxf(), report);
+            if (outputs.svg()) drawStations(*outputs.svg(), report);
+            if (outputs.csv()) writeCsv(*outputs.csv(), report);
+        }
+    }
+    report.interrupted = report.interrupted || interrupt.raised();
+    if (!report.interrupted) outputs.commit();
+    report.seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    printAnswer(options.drawing.json ? jsonText(report) : tableText(report));
+    return report.interrupted ? kInterruptedStatus : kDoneStatus;
+}
+
+}  // namespace
+
+void addStationCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+{
+    auto options = std::make_shared<StationOptions>();
+    CLI::App* command = program.add_subcommand(
+        "station", "Set out stations along the axes on a layer, with points and directions");
+    addDrawingOptions(*command, options->drawing);
+    command->get_option("--layer")->required();
+    command->add_option("--csv", options->drawing.csv, "Write the stations as a table of numbers")
+        ->type_name("OUT.csv");
+    auto* every = command
+                      ->add_option("--every", options->request.every,
+                                   "A station every D from the start on, and one at the end "
+                                   "(default: a station at every vertex)")
+                      ->type_name("D")
+                      ->check(spacingError);
+    auto* at = command->add_option("--at", options->request.at, "Stations at these running lengths")
+                   ->type_name("S")
+                   ->check(lengthError);
+    command
+        ->add_option("--tick", options->tick,
+                     "Length of the tick marks to either side of the axis (default: a sixtieth of "
+                     "the drawing's larger side)")
+        ->type_name("LENGTH")
+        ->check(spacingError);
+    every->excludes(at);
+    command->callback([options, &global, &run] {
+        run = [options, &global] { return runStation(*options, global); };
+    });
+}
+
+}  // namespace calcora::app
