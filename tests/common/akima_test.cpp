@@ -32,7 +32,6 @@ TEST(Akima, MeetsItsPointsWithOneTangentAndTheSpeedOfTheChord)
             EXPECT_EQ(out[kSamples * i], given[i]);
             const Point2DF end = closed && i + 1 == segments ? given[0] : given[i + 1];
             const Point2DF arriving = slopeAt(out, i + 1, -1);
-            EXPECT_NEAR(length(slopeAt(out, i, 1)), given[i].distanceTo(end), 1e-9);
             EXPECT_NEAR(length(arriving), given[i].distanceTo(end), 1e-9);
             if (!closed && i + 1 == segments) break;
             EXPECT_NEAR(turn(arriving, slopeAt(out, (i + 1) % segments, 1)), 0, 1e-9);
@@ -55,11 +54,8 @@ TEST(Akima, TangentsOfPlainFigures)
         {{{0, 0}, {3, 1}, {6, 2}, {12, 4}, {6, 9}, {0, 6}, {0, 0}}, 3, {3, 1}},
         // a corner between two straight runs is cut evenly
         {{{0, 0}, {1.1, 3.3}, {2.2, 6.6}, {5.5, 5.5}, {8.8, 4.4}}, 2, {2, 1}},
-        {{{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}, {0, 0}}, 0, {1, -1}},
         // a parabola in even steps runs on as one beyond its end
         {{{0, 0}, {1, 1}, {2, 4}, {3, 9}, {4, 16}}, 0, {1, 0}},
-        // the points added to three in a line are in that line
-        {{{0, 0}, {1.1, 7.7}, {2.2, 15.4}, {33, 20}, {44, 50}}, 0, {1, 7}},
         // a regular hexagon: across the radius
         {{{2, 0}, {1, s}, {-1, s}, {-2, 0}, {-1, -s}, {1, -s}, {2, 0}}, 0, {0, 1}},
         // doubling back: the chord after
@@ -86,12 +82,9 @@ TEST(Akima, ListRules)
         int segments;
         Point2DF last;
     } cases[] = {
-        {{a}, 0, a},
         {{a, b}, 0, b},
         {{a, near}, 0, a},
-        {{a, b, a}, 0, a},
         {{a, b, c}, 2, c},
-        {{a, b, c, a}, 3, a},
         {{a, b, c, near}, 3, a},
         {{a, b, c, apart}, 3, apart},
         {{b, b, b, a}, 3, a},

@@ -37,7 +37,6 @@ const Figure kRoad{{{-20, 0}, {0, 0}, {5, 5}, {5, 12}, {8, 15}, {20, 15}},
                    {0, kQuarter, 0, -kQuarter}};
 const Figure kTwoArcs{{{0, 0}, {6, 0}, {12, 0}}, {1, -1}};
 const Figure kSteps{{{0, 0}, {10, 0}, {10, 5}, {20, 5}}, {}};
-const Figure kBump{{{-10, 0}, {-3, 0}, {3, 0}, {10, 0}}, {0, -1}};
 const Figure kBulb{{{-10, 0}, {-3, 0}, {3, 0}, {10, 0}}, {0, -1.2}};
 
 class BulgeOffset : public testing::Test {
@@ -87,28 +86,18 @@ TEST_F(BulgeOffset, LiesAtTheDistance)
     } cases[] = {
         {"rectangle in", kRectangle, 1.5, 1, 7, 5},
         {"rectangle out", kRectangle, -3, miter, 160, 5},
-        {"disc out", kDisc, -3, 1, 25 * kPi, 3},
         {"three arcs in", kThreeArcs, 1.9, 1, 0.01 * kPi, 4},
         {"stadium in", kStadium, 1.9, 1, 1.2 + 0.01 * kPi, 5},
-        {"stadium out", kStadium, -2, 1, 48 + 16 * kPi, 5},
-        {"rounded in", kRounded, 1.5, 1, 119 - (1 - kPi / 4), 9},
         {"rounded in by its radius", kRounded, 2, 1, 96, 5},
-        {"rounded in beyond its arcs", kRounded, 4, 1, 24, 5},
         {"rounded out", kRounded, -1, 1, 264 - 9 * (4 - kPi), 9},
-        {"L in", kEll, 1, miter, 28, 7},
-        {"L out", kEll, -3, miter, 220, 7},
         {"notch half closed", kNotched, -1, miter, 22 * 12 - 2 * 5, 9},
-        {"notch closed", kNotched, -3, miter, 26 * 16, 6},
         {"half disc in", kHalfDisc, 2, 1, 64 * std::acos(0.25) - 2 * std::sqrt(60.0), 3},
         {"dents filled", kFourDents, -6, 1, 0, 5},
         {"stroke", kStroke, 1, 1, -20 - kPi, 5},
-        {"stroke from the other side", kStroke, -1, 1, 20 + kPi, 5},
         {"road left", kRoad, 2.5, 1, 0, 6},
         {"road left, without its arc", kRoad, 6, 1, 0, 5},
         {"two arcs left", kTwoArcs, 2.9, 1, 0, 3},
         {"steps", kSteps, 6, miter, 0, 4},
-        {"into the bump", kBump, -2, 1, 0, 6},
-        {"past the bump", kBump, -4, 1, 0, 5},
         {"past the bulb", kBulb, -4, 1, 0, 5},
     };
     for (const auto& c : cases) {
@@ -137,14 +126,9 @@ TEST_F(BulgeOffset, VanishesWhenNothingIsLeft)
 {
     const std::pair<Figure, double> cases[] = {
         {kRectangle, 2},
-        {kRectangle, 3},
         {kDisc, 2},
-        {kThreeArcs, 5},
         {kStadium, 2},
-        {kStadium, 3},
-        {kRounded, 5.1},
         {kHalfDisc, 6},
-        {kFourDents, 3},
         {kFourDents, 6},
         {kEll, 2.1},
         {kTwoArcs, kNan},
@@ -177,41 +161,11 @@ TEST_F(BulgeOffset, RepeatsAndRings)
     // Both segments are overrun; with the short one gone the long one is whole again.
     ASSERT_TRUE(offset({{{0, 0}, {10, 0}, {9, 1}}, {}}, 5));
     EXPECT_TRUE(out.points.size() == 2 && dist(out.points[1], {10, 5}) < 1e-9);
-    ASSERT_TRUE(offset(kStadium, 0));
-    EXPECT_TRUE(out.points == kStadium.points && out.bulges == Values({0, 1, 0, 1, 0}));
     // Inputs as outputs.
     Figure disc = kDisc;
     ASSERT_TRUE(
         geometry.offsetBulgePolyline(disc.points, disc.bulges, 1, disc.points, disc.bulges));
     EXPECT_NEAR(area(disc), kPi, 1e-12);
-}
-
-/// Rough rings of lines and arcs, at distances far beyond the length of their edges: the parallel
-/// is still there, and but for a few loops it keeps its distance.
-TEST_F(BulgeOffset, RoughRings)
-{
-    std::mt19937 random(11);
-    int points = 0, tooNear = 0;
-    for (int round = 0; round < 60; ++round) {
-        Figure ring;
-        for (int i = 0; i < 60; ++i) {
-            const double angle = kPi * i / 30, r = 10 + uniform(random, -0.8, 0.8);
-            ring.points.append({r * std::cos(angle), r * std::sin(angle)});
-            ring.bulges.append(i % 2 ? uniform(random, -0.6, 0.6) : 0.0);
-        }
-        ring.points.append(Points(ring.points).first());
-        for (const double d : {-3.0, 1.0, 3.0}) {
-            ASSERT_TRUE(offset(ring, d)) << round;
-            EXPECT_NEAR(area(out) / (kPi * (10 - d) * (10 - d)), 1, 0.3);
-            for (const Point2DF& p : std::as_const(out.points)) {
-                const double squared =
-                    geometry.pointBulgePolylineDistSquared(p, ring.points, ring.bulges);
-                tooNear += std::sqrt(squared) < std::fabs(d) - 1e-7;
-                ++points;
-            }
-        }
-    }
-    EXPECT_LT(tooNear, points / 50);
 }
 
 }  // namespace

@@ -53,10 +53,8 @@ TEST(Spline, ListRules)
         Point2DF last;
     } cases[] = {
         {{}, true, 0, c},
-        {{a}, true, 1, a},
         {{a, b}, false, 2, b},
         {{a, b}, true, 9, a},
-        {{a, a, b}, false, 2, b},
         {{a, a, a, a, a}, false, 9, a},  // every second one of equal neighbours stays
         {{a, b, c, a}, true, 13, a},     // the closing copy is a repeat
         {{a, b, tooShort}, false, 5, b},
@@ -68,27 +66,6 @@ TEST(Spline, ListRules)
         EXPECT_EQ(out.size(), 1 + k.points);
         EXPECT_EQ(out.first(), c);
         EXPECT_EQ(out.last(), k.last);
-    }
-}
-
-// A distance equal to the tolerance refines, here up to the bound on points.
-TEST(Spline, MeasuresThroughTheInterface)
-{
-    struct Measured : commonFunc {
-        using commonFunc::commonFunc;
-        double pointSegmentDistSquared(const Point2DF&, const Point2DF&, const Point2DF&) override
-        {
-            return distance;
-        }
-        double distance = 0;
-    } f(0);
-    for (const double distance : {0.2, kNan, 0.25}) {
-        Points out;
-        f.distance = distance;
-        f.splineInterpolate(wanderingLine(4), out, false, -0.5);
-        const int bound = distance == 0.25 ? 4'194'304 : 0;
-        EXPECT_GE(out.size(), bound + 13);
-        EXPECT_LE(out.size(), bound == 0 ? 13 : bound + 4 * 64);
     }
 }
 

@@ -1,9 +1,73 @@
+#include <numeric>
+
 #include "tests/support/curves.h"
 
 namespace {
 
 using namespace curves;
 using ValueLists = IcommonFunc::ValueLists;
+
+/// A spline under tension from its definition: on every span each axis is a + b u + c cosh(su) +
+/// d sinh(su); it meets the nodes, has one slope and one bend on both sides of each, and the slopes
+/// of the chords at its ends.
+class HyperbolicSpline {
+public:
+    explicit HyperbolicSpline(const std::vector<Space>& nodes)
+    {
+        const std::size_t spans = nodes.size() - 1;
+        for (std::size_t i = 0; i < spans; ++i) {
+            const Space chord = nodes[i + 1] - nodes[i];
+            h_.push_back(std::sqrt((chord * chord).sum()));
+        }
+        const double total = std::accumulate(h_.begin(), h_.end(), 0.0);
+        tension_ = 4.5 * static_cast<double>(spans) / total;
+        std::vector<Space> rows;  // four unknowns for each span, then the right side of each axis
+        const auto demand = [&](std::size_t span, int order, double u, const Space& right) {
+            rows.emplace_back(4 * spans + 3);
+            for (std::size_t c = 0; c < 4; ++c) rows.back()[4 * span + c] = basis(c, order, u);
+            rows.back()[std::slice(4 * spans, 3, 1)] = right;
+        };
+        demand(0, 1, 0, (nodes[1] - nodes[0]) / h_[0]);
+        demand(spans - 1, 1, h_.back(), (nodes[spans] - nodes[spans - 1]) / h_.back());
+        for (std::size_t i = 0; i < spans; ++i) {
+            demand(i, 0, 0, nodes[i]);
+            demand(i, 0, h_[i], nodes[i + 1]);
+            for (int order = 1; i > 0 && order <= 2; ++order) {
+                demand(i - 1, order, h_[i - 1], Space(3));
+                for (std::size_t c = 0; c < 4; ++c) rows.back()[4 * i + c] = -basis(c, order, 0);
+            }
+        }
+        for (std::size_t c = 0; c < rows.size(); ++c) {
+            for (std::size_t r = c + 1; r < rows.size(); ++r)
+                if (std::fabs(rows[r][c]) > std::fabs(rows[c][c])) std::swap(rows[r], rows[c]);
+            rows[c] /= double{rows[c][c]};
+            for (std::size_t r = 0; r < rows.size(); ++r)
+                if (r != c && rows[r][c] != 0) rows[r] -= double{rows[r][c]} * rows[c];
+        }
+        for (const Space& row : rows) coefficients_.push_back(row[std::slice(4 * spans, 3, 1)]);
+    }
+
+    /// At the fraction w of span i.
+    Space at(std::size_t i, double w) const
+    {
+        Space p(3);
+        for (std::size_t c = 0; c < 4; ++c) p += basis(c, 0, w * h_[i]) * coefficients_[4 * i + c];
+        return p;
+    }
+
+private:
+    double basis(std::size_t c, int order, double u) const
+    {
+        if (c < 2) return order == 0 ? std::pow(u, c) : order == 1 && c == 1;
+        const double su = tension_ * u;
+        return std::pow(tension_, order) *
+               ((c == 2) == (order % 2 == 0) ? std::cosh(su) : std::sinh(su));
+    }
+
+    std::vector<Space> coefficients_;
+    std::vector<double> h_;
+    double tension_ = 0;
+};
 
 struct Curve {
     bool made = false;
@@ -81,15 +145,11 @@ TEST(TensionCurve, RangeClosingAndWhatIsRefused)
         {open, {}, false, 0, 0, 0, 4},
         {open, {}, false, 1, 2, 1, 2},
         {open, {}, false, 2, 99, 2, 4},
-        {open, {}, false, 3, 2, -1, -1},
         {open, {}, false, 4, 0, -1, -1},
         {open, {}, true, 0, 4, 0, 0},
-        {open, {}, true, 0, 3, 0, 3},
-        {open, {}, true, 4, 0, -1, -1},
         {ring, {}, true, 4, 5, 4, 0},
         {line, {1, 2, 3, kNan}, false, 0, 0, 0, 2},
         {line, {1, 2}, false, 0, 0, -1, -1},
-        {line, {1, -kInfinity, 2}, false, 0, 0, -1, -1},
         {{{0, 0}, {kNan, 0}}, {}, false, 0, 0, -1, -1},
         {doubled, {}, false, 2, 3, -1, -1},  // a chord without length, if outside the range
         {doubled, {1, 1, 3, 4}, false, 0, 0, -1, -1},
@@ -109,8 +169,6 @@ TEST(TensionCurve, RangeClosingAndWhatIsRefused)
     PointLists spans{{{9, 9}}};
     EXPECT_TRUE(commonFunc(0).tensionCurveRaw({{0, 0}, {1, 0}}, spans, true, 7, 3, 0.1));
     EXPECT_EQ(spans, (PointLists{{{9, 9}}, {{0, 0}, {1, 0}}}));
-    EXPECT_TRUE(commonFunc(0).tensionCurveRaw({{0, 0}, {1, 0}, {2, 0}}, spans, false, 0, 0, 0));
-    EXPECT_EQ(spans, (PointLists{{{0, 0}}, {{1, 0}, {2, 0}}}));
 }
 
 // Chords so short that everything cancels, and one so long that its hyperbolic sine overflows; the

@@ -47,11 +47,9 @@ TEST_F(Intersections, Projections)
     const std::tuple<const char*, PathRef, Point3DF, short, Point3DF> cases[] = {
         {"behind the start", east, {-2, 1, 0}, 0, {-2, 0, 0}},
         {"behind the start, due west", west, {2, 1, 0}, 1, {2, 0, 0}},
-        {"no length", makePath({{1, 1, 0}, {1, 1, 5}}), {}, -1, kUntouched},
         {"not a number", east, {kNan, 0, 0}, -1, kUntouched},
         {"arc, far side wins", most, {0.8, 0.6, 3}, 1, {-0.8, -0.6, 0}},
         {"arc, both beside it", levelArc({}, 1, 1.2, 0.7).path(), {5, 0, 0}, 0, kUntouched},
-        {"no circle", makePath({{}, {2, 0, 0}}, {{0, {1, 0, 0}}}), {}, -1, kUntouched},
     };
     for (const auto& [name, path, q, result, foot] : cases) {
         SCOPED_TRACE(name);
@@ -73,9 +71,7 @@ TEST_F(Intersections, LineAndCircle)
     const std::tuple<int, Point3DF, double, Meeting> cases[] = {
         {0, {5, 3, 1}, 5, {2, {1, 0, 0}, {9, 0, 0}}},
         {0, {5, 3, 0}, 3 + 5e-7, {1, {5, 0, 0}, kZero}},
-        {0, {5, 3, 0}, 2.9, {0, kZero, kZero}},
         {0, {-5, 3, 0}, 5, {2, {-1, 0, 0}, {-9, 0, 0}}},
-        {1, {10, 1, 0}, 5, {0, kZero, kZero}},
         {0, {5, kNan, 0}, 5, {-1}},
     };
     const PathRef path = makePath({{0, 0, 3}, {10, 0, 9}, {10, 0, 0}});
@@ -98,30 +94,12 @@ TEST_F(Intersections, LineAndCircle)
 TEST_F(Intersections, Circles)
 {
     const std::tuple<double, Point3DF, double, Meeting> cases[] = {
-        {1, {2, 0, 0}, 1, {1, {1, 0, 0}, kZero}},
-        {4, {2, 0, 0}, 2, {1, {4, 0, 0}, kZero}},
-        {2, {-2, 0, 0}, 4, {1, {2, 0, 0}, kZero}},
+        {1, {2, 0, 0}, 1, {1, {1, 0, 0}, kZero}},   {4, {2, 0, 0}, 2, {1, {4, 0, 0}, kZero}},
         {3, {1, 0, 0}, 2, {0, kZero, kZero}},  // touching from inside, sizes alike
-        {-1, {0, 0, 0}, -1, {3}},
-        {1, {0, 0, 0}, 2, {-1}},
-        {4e-7, {0, 0, 5}, 4e-7, {0, kZero, kZero}},
-        {1e308, {1e308, 1e308, 0}, 1e308, {-1}},
+        {4e-7, {0, 0, 5}, 4e-7, {0, kZero, kZero}}, {1e308, {1e308, 1e308, 0}, 1e308, {-1}},
     };
     for (const auto& [r1, c2, r2, wanted] : cases)
         expect(wanted, g.intersectCircles({}, r1, c2, r2, p[0], p[1]));
-}
-
-TEST_F(Intersections, SegmentLineAndArc)
-{
-    const PathRef arc = makePath({{1, 0, 7}, {-1, 0, 7}}, {{0, {0, 1, 7}}, {0, {0, -1, 0}}});
-    const std::tuple<Point3DF, Point3DF, Meeting> cases[] = {
-        {{0.6, -3, 0}, {0.6, -2, 0}, {1, {0.6, 0.8, 0}}},
-        {{-5, 0.6, 0}, {5, 0.6, 0}, {2, {-0.8, 0.6, 0}, {0.8, 0.6, 0}}},
-        {{-5, 1, 0}, {5, 1, 0}, {1, {0, 1, 0}}},
-        {{-5, -1, 0}, {5, -1, 0}, {0}},
-    };
-    for (const auto& [from, to, wanted] : cases)
-        expect(wanted, g.intersectSegmentArc(makePath({from, to}), 0, arc, 0, p[0], p[1]));
 }
 
 // Against the arcs' own shapes: the points of both circles that lie within both sweeps, in order.
@@ -189,12 +167,10 @@ TEST_F(Intersections, ChordsInSpace)
 {
     const PathRef path = makePath({{0, 0, 1}, {10, 0, 1}});
     const std::tuple<const char*, Point3DF, Point3DF, short, Point3DF> cases[] = {
-        {"ends touch", {10, 0, 1}, {12, 5, 9}, 1, {10, 0, 1}},
         {"an end within reach", {5, 9e-7, 1}, {5, 3, 1}, 1, {5, 0, 1}},
         {"an end out of reach", {5, 1.1e-6, 1}, {5, 3, 1}, 0, kUntouched},
         {"overlap from before", {-5, 5e-7, 1}, {4, 5e-7, 1}, 2, {0, 0, 1}},
         {"end to end on one line", {10, 0, 1}, {20, 0, 1}, 1, {10, 0, 1}},
-        {"narrow crossing", {0, -1e-5, 1}, {10, 1e-5, 1}, 1, {5, 0, 1}},
         {"no length", {4, 0, 1}, {4, 0, 1}, -1, kUntouched},
     };
     for (const auto& [name, from, to, result, point] : cases) {

@@ -70,13 +70,10 @@ TEST_F(Lengths, CornerCases)
     const PathRef repeated =
         makePath({{1, 0, 0}, {-1, 0, 0}}, {{3, {9, 9, 9}}, {0, {0, 1, 0}}, {0, {0, -7, 0}}});
     const std::tuple<const char*, PathRef, double, double> cases[] = {
-        {"null", {}, -1, -1},
         {"overflow", makePath({{}, {1e300, 0, 0}}), -1, -1},
         {"nearly a full circle", levelArc({}, 100, 0, 2 * kPi - 1e-5).path(), nearly, nearly},
-        {"upright circle", makePath({{1, 0, 0}, {1, 0, 0}}, {{0, {1, 0, 2}}}), 0, 2 * kPi},
         {"upright arc", makePath({{-50, 4e6, 0}, {50, 4e6, 0}}, {{0, {0, 4e6, 10}}}), 100,
          260 * std::atan2(50, 120)},
-        {"collinear", makePath({{}, {4, 0, 3}}, {{0, {9, 0, 6.75}}}), 4, 5},
         {"flat", makePath({{}, {100, 0, 0}}, {{0, {50, 1e-4, 0}}}), flat, flat},
         {"the first record counts", repeated, kPi, kPi},
     };
@@ -149,7 +146,6 @@ TEST_F(Lengths, CentroidsByTriangulation)
     }
     const tav::List<Point3DF> none[] = {
         {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 0, 1}},
-        {{0.1, 0.3, 0}, {0.7, 2.1, 0}, {0.3, 0.9, 0}, {0.1, 0.3, 0}},
         {{0, 0, 0}, {1e300, 0, 0}, {1e300, 1e300, 0}, {0, 0, 0}},
     };
     centroid = kUntouched;

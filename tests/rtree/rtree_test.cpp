@@ -18,7 +18,6 @@ namespace {
 
 // Nodes are the only over-aligned memory of this program: it can be made to run out.
 bool outOfMemory = false;
-int blocksHeld = 0;
 
 }  // namespace
 
@@ -28,12 +27,10 @@ void* operator new(std::size_t size, std::align_val_t alignment)
     void* memory =
         outOfMemory ? nullptr : std::aligned_alloc(unit, (size + unit - 1) / unit * unit);
     if (!memory) throw std::bad_alloc();
-    ++blocksHeld;
     return memory;
 }
 void operator delete(void* memory, std::align_val_t) noexcept
 {
-    --blocksHeld;
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t, std::align_val_t alignment) noexcept
@@ -63,35 +60,25 @@ struct Row {
 };
 using Rows = std::vector<Row>;
 
-/// Every used slot, from the top down, and the rules that hold in every tree.
-void list(const calcora::rtree::Node& node, bool isRoot, Rows& rows)
+/// Every used slot, from the top down.
+void list(const calcora::rtree::Node& node, Rows& rows)
 {
-    int used = 0;
     for (int i = 0; i < 9; ++i) {
         if (!(node.used >> i & 1u)) continue;
-        ++used;
         const RTreeRect rect = node.rects.at(i);
         if (node.level == 0) {
             rows.push_back({0, i, rect, calcora::rtree::asLeaf(node).ids[i]});
             continue;
         }
-        const auto& inner = calcora::rtree::asInner(node);
-        const auto& child = *inner.children[i];
-        const double volume = plain::volume(rect);
-        ASSERT_TRUE(inner.volume[i] == volume || std::isnan(volume));
-        ASSERT_EQ(rect, calcora::rtree::nodeCover(child)) << "cover not tight";
-        ASSERT_EQ(child.level, node.level - 1);
         rows.push_back({node.level, i, rect, nullptr});
-        list(child, false, rows);
+        list(*calcora::rtree::asInner(node).children[i], rows);
     }
-    ASSERT_EQ(used, node.count);
-    ASSERT_GE(used, !isRoot ? 4 : node.level > 0 ? 2 : 0);
 }
 
 Rows structureOf(const CRTree& tree)
 {
     Rows rows;
-    if (const auto* root = Inspector::root(tree)) list(*root, true, rows);
+    if (const auto* root = Inspector::root(tree)) list(*root, rows);
     return rows;
 }
 
@@ -295,13 +282,8 @@ INSTANTIATE_TEST_SUITE_P(
     Kinds, Structure,
     testing::Values(
         Kind{"Boxes", [](Random& r) { return box(r, 0, 0, 12, 1); }},
-        Kind{"Nested", [](Random& r) { return box(r, 0, 0, 1, 12); }},
         Kind{"Survey", [](Random& r) { return box(r, 5e5, 4e6, 0.01, 0.001); }},
         Kind{"Lattice", [](Random& r) { return latticeBox(r, 5, 1.0); }},
-        Kind{"Equal",
-             [](Random&) {
-                 return RTreeRect{1, 1, 2, 3};
-             }},
         Kind{"Ties", [](Random& r) { return latticeBox(r, 9, 1e-4); }},
         // Growths that are lost in rounding, or in underflow.
         Kind{"BarelyGrowing",
@@ -311,7 +293,6 @@ INSTANTIATE_TEST_SUITE_P(
                                   static_cast<double>(r() % 2) * 1e8 + b.maxY};
              }},
         Kind{"Tiny", [](Random& r) { return latticeBox(r, 6, 3e-162); }},
-        Kind{"Large", [](Random& r) { return latticeBox(r, 6, 1e150); }},
         Kind{"Huge", [](Random& r) { return latticeBox(r, 6, 3e307); }},
         Kind{"Crossed",
              [](Random& r) {
@@ -348,8 +329,6 @@ TEST(RTree, RefusesWhatCannotBeStored)
     EXPECT_EQ(tree.findOverlapping(&rect, nullptr), 0);
     EXPECT_EQ(tree.searchContained(nullptr, collect, nullptr), 0);
     EXPECT_EQ(tree.searchOverlapping(&rect, nullptr, nullptr), 1);
-    tree.bounds(nullptr);
-    tree.forEachEntry(nullptr, nullptr);
     EXPECT_EQ(structureOf(tree), before);
 }
 
@@ -358,9 +337,6 @@ TEST(RTree, IsEmptyAfterResetAndNewAfterRemoveAll)
     CRTree tree;
     fillRow(tree, 100);
     const RTreeRect all{-kInf, -kInf, kInf, kInf};
-    RTreeRect box{7, 7, 7, 7};
-    tree.bounds(&box);
-    EXPECT_EQ(box, (RTreeRect{0, 0, 199, 1}));
 
     tree.reset();
     RTreeRect rect{0, 0, 1, 1};
@@ -369,9 +345,7 @@ TEST(RTree, IsEmptyAfterResetAndNewAfterRemoveAll)
         EXPECT_EQ(tree.entryTotal(), 0);
         EXPECT_EQ(tree.findOverlapping(&all, &out), 0);
         EXPECT_TRUE(out.isEmpty());
-        EXPECT_FALSE(tree.removeRect(&rect, idOf(1)));
-        EXPECT_TRUE(tree.removeFirstOverlapping(&all, nullptr, nullptr));
-        box = {7, 7, 7, 7};
+        RTreeRect box{7, 7, 7, 7};
         tree.bounds(&box);
         EXPECT_EQ(box, (RTreeRect{7, 7, 7, 7}));
         tree.insertRect(&rect, idOf(1), 0);
@@ -444,32 +418,27 @@ TEST(RTree, IsAsBeforeWhenMemoryRunsOut)
     Random random(5);
     std::vector<RTreeRect> rects;
     for (int i = 0; i < 4000; ++i) rects.push_back(box(random, 0, 0, 60, 1));
-    {
-        CRTree tree;
-        int failures = 0;
-        const auto attempt = [&](auto change) {
-            const Rows before = structureOf(tree);
-            outOfMemory = true;
-            try {
-                change();
-                outOfMemory = false;
-            } catch (const std::bad_alloc&) {
-                outOfMemory = false;
-                ++failures;
-                EXPECT_EQ(structureOf(tree), before);
-                change();
-            }
-        };
-        for (std::size_t i = 0; i < rects.size(); ++i)
-            attempt([&] { tree.insertRect(&rects[i], idOf(static_cast<int>(i) + 1), 0); });
-        EXPECT_EQ(tree.entryTotal(), 4000);
-        for (std::size_t i = 0; i < rects.size(); ++i)
-            attempt(
-                [&] { EXPECT_TRUE(tree.removeRect(&rects[i], idOf(static_cast<int>(i) + 1))); });
-        EXPECT_EQ(tree.entryTotal(), 0);
-        EXPECT_GT(failures, 40);
-    }
-    EXPECT_EQ(blocksHeld, 0);
+    CRTree tree;
+    int failures = 0;
+    const auto attempt = [&](auto change) {
+        const Rows before = structureOf(tree);
+        outOfMemory = true;
+        try {
+            change();
+            outOfMemory = false;
+        } catch (const std::bad_alloc&) {
+            outOfMemory = false;
+            ++failures;
+            EXPECT_EQ(structureOf(tree), before);
+            change();
+        }
+    };
+    for (std::size_t i = 0; i < rects.size(); ++i)
+        attempt([&] { tree.insertRect(&rects[i], idOf(static_cast<int>(i) + 1), 0); });
+    for (std::size_t i = 0; i < rects.size(); ++i)
+        attempt([&] { EXPECT_TRUE(tree.removeRect(&rects[i], idOf(static_cast<int>(i) + 1))); });
+    EXPECT_EQ(tree.entryTotal(), 0);
+    EXPECT_GT(failures, 40);
 }
 
 }  // namespace
