@@ -7,7 +7,11 @@
 
 #include "app/classes_command.h"
 #include "app/loops_command.h"
+#include "app/measure_command.h"
+#include "app/offset_command.h"
+#include "app/simplify_command.h"
 #include "app/smooth_command.h"
+#include "app/square_command.h"
 #include "app/station_command.h"
 #include "app/user_error.h"
 
@@ -40,6 +44,10 @@ int runCommandLine(int argc, char** argv)
     addLoopsCommand(program, global, run);
     addSmoothCommand(program, global, run);
     addStationCommand(program, global, run);
+    addMeasureCommand(program, global, run);
+    addOffsetCommand(program, global, run);
+    addSquareCommand(program, global, run);
+    addSimplifyCommand(program, global, run);
     addClassesCommand(program, global, run);
     program.footer("Details: calcora COMMAND --help");
 

@@ -85,6 +85,11 @@ void Table::note(std::string text)
     rows_.push_back({{}, {}, std::move(text), true});
 }
 
+void Table::append(const Table& table)
+{
+    rows_.insert(rows_.end(), table.rows_.begin(), table.rows_.end());
+}
+
 std::string Table::text() const
 {
     std::size_t nameWidth = 0;

@@ -35,6 +35,8 @@ public:
     void row(std::string name, std::string value, std::string remark = {});
     /// A line of text under the row before.
     void note(std::string text);
+    /// The rows of another table.
+    void append(const Table& table);
     std::string text() const;
 
 private:

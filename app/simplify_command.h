@@ -1,0 +1,14 @@
+// calcora simplify: fewer vertices, arcs kept.
+#pragma once
+
+#include <functional>
+
+#include "app/options.h"
+
+namespace calcora::app {
+
+/// Adds the command to the program. When the user gives it, `run` receives what is to be carried
+/// out once all options are known; it returns the exit status.
+void addSimplifyCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run);
+
+}  // namespace calcora::app

@@ -1,0 +1,165 @@
+#include "app/smooth_command.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <memory>
+
+#include "app/dxf_groups.h"
+#include "app/dxf_reader.h"
+#include "app/dxf_writer.h"
+#include "app/host.h"
+#include "app/progress.h"
+#include "app/smooth_report.h"
+#include "app/text.h"
+#include "app/user_error.h"
+
+namespace calcora::app {
+
+namespace {
+
+/// Tolerance when none is asked for, as a share of the drawing's larger side: a pixel in ten on a
+/// screen that shows the whole drawing.
+constexpr double kChosenToleranceShare = 1e-4;
+
+/// A finer tolerance, as a share of the drawing's larger side, counts as this: it would give points
+/// by the million and nothing to see.
+constexpr double kFinestToleranceShare = 1e-9;
+
+constexpr std::array kKinds = {CurveKind::Spline, CurveKind::Tension, CurveKind::Akima,
+                               CurveKind::Bezier, CurveKind::BSpline};
+constexpr std::array kClosings = {Closing::Auto, Closing::Yes, Closing::No};
+
+struct SmoothOptions {
+    DrawingOptions drawing;
+    std::string curve;
+    std::string closing = "auto";
+    double tolerance = 0;  ///< 0: chosen
+};
+
+/// The value with that name; nothing when there is none.
+template <class Values, class NameOf>
+const auto* named(const Values& values, NameOf nameOf, const std::string& word)
+{
+    const auto place = std::find_if(values.begin(), values.end(),
+                                    [&](auto value) { return word == nameOf(value); });
+    return place == values.end() ? nullptr : &*place;
+}
+
+std::string curveError(const std::string& word)
+{
+    return named(kKinds, curveName, word)
+               ? ""
+               : "\"" + word + "\" is none of spline, tension, akima, bezier, bspline";
+}
+
+std::string closingError(const std::string& word)
+{
+    return named(kClosings, closingName, word) ? "" : "\"" + word + "\" is none of auto, yes, no";
+}
+
+std::string toleranceError(const std::string& word)
+{
+    const auto number = dxfNumber(word);
+    return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
+}
+
+void settleTolerance(double asked, SmoothReport& report)
+{
+    const double side = largestSide(report.drawing);
+    report.toleranceIsChosen = asked == 0;
+    report.request.tolerance = report.toleranceIsChosen
+                                   ? kChosenToleranceShare * side
+                                   : std::max(asked, kFinestToleranceShare * side);
+}
+
+void writeCurves(OutputFile& out, const SmoothReport& report)
+{
+    std::vector<DxfLayer> layers;
+    for (const std::string& name : report.drawing.layers) layers.push_back({.name = name});
+    std::vector<Figure> figures;
+    for (const SmoothedFigure& figure : report.figures) figures.push_back(figure.curve);
+    writeDxf(out, layers, figures);
+}
+
+int runSmooth(const SmoothOptions& options, const GlobalOptions& global)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    const Host host(global.pluginFolder);
+    SmoothReport report;
+    report.file = options.drawing.input;
+    report.request.kind = *named(kKinds, curveName, options.curve);
+    report.request.closing = *named(kClosings, closingName, options.closing);
+    {
+        const Progress progress("reading " + options.drawing.input);
+        report.drawing = readDxf(options.drawing.input,
+                                 {options.drawing.layers, options.drawing.ellipseTolerance});
+    }
+    settleTolerance(options.tolerance, report);
+    Interrupt interrupt;
+    Outputs outputs(options.drawing);
+    {
+        const Progress progress("smoothing " +
+                                countText(static_cast<long long>(report.drawing.figures.size())) +
+                                " lines");
+        const auto common = host.create<IcommonFunc>();
+        for (const Figure& figure : report.drawing.figures) {
+            if (interrupt.raised()) break;
+            report.figures.push_back(smoothed(*common, figure, report.request));
+        }
+        if (!interrupt.raised()) {
+            if (outputs.dxf()) writeCurves(*outputs.dxf(), report);
+            if (outputs.svg()) drawCurves(*outputs.svg(), report);
+        }
+    }
+    report.interrupted = interrupt.raised();
+    if (!report.interrupted) outputs.commit();
+    report.seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    printAnswer(options.drawing.json ? jsonText(report) : tableText(report));
+    return report.interrupted ? kInterruptedStatus : kDoneStatus;
+}
+
+}  // namespace
+
+void addSmoothCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+{
+    auto options = std::make_shared<SmoothOptions>();
+    CLI::App* command =
+        program.add_subcommand("smooth",
+                               "Draw smooth curves through the points of a drawing's "
+                               "lines; layers and elevations stay");
+    addDrawingOptions(*command, options->drawing);
+    command->get_option("--output")->required();
+    command
+        ->add_option("--curve", options->curve,
+                     "spline (cubic), tension (stiffer, hardly overshoots), akima (local, calm; 50 "
+                     "points for each segment), bezier (local, round) or bspline (smoothest, "
+                     "passes beside the points)")
+        ->type_name("KIND")
+        ->required()
+        ->check(curveError);
+    command
+        ->add_option("--closed", options->closing,
+                     "auto, the default: close what is closed or ends where it begins; yes: close "
+                     "every line; no: leave a corner where ends meet (akima and bezier close such "
+                     "lines all the same)")
+        ->type_name("auto|yes|no")
+        ->check(closingError);
+    command
+        ->add_option("--tolerance", options->tolerance,
+                     "Largest distance between a curve and its chords, in drawing units (default: "
+                     "a ten-thousandth of the drawing's larger side; akima takes none)")
+        ->type_name("T")
+        ->check(toleranceError);
+    command->footer(
+        "Arcs in the drawing become points at most 11.25 degrees apart, through which the curve "
+        "is drawn. Lines of two points stay as they are. Elevations run along tension, bezier and "
+        "bspline curves; spline and akima keep those of level lines and lose others.");
+    command->callback([options, &global, &run] {
+        run = [options, &global] { return runSmooth(*options, global); };
+    });
+}
+
+}  // namespace calcora::app
