@@ -1,10 +1,10 @@
 // What the host calls: the four exported functions and the list of classes.
-#include "frame/module.h"
-
 #include <memory>
+#include <utility>
 
 #include "common/commonFunc.h"
 #include "datageo/DataGeo.h"
+#include "frame/naming/naming.h"
 #include "geometric/CGeometric.h"
 #include "geosetup/CGeoSetUp.h"
 #include "rtree/CRTree.h"
@@ -12,28 +12,12 @@
 #include "tavrel/NormalObject.h"
 #include "unit/CUnit.h"
 
-namespace calcora
-{
+namespace calcora {
 
+namespace {
+
+/// The module's name; every full class name and class-id text derives from it.
 const tav::DString moduleName("quon_calcora");
-
-tav::DString fullClassName(const tav::DString& module, const tav::DString& className)
-{
-    tav::DString name = module;
-    name += ".";
-    name += className;
-    return name.toLower();
-}
-
-tav::DString classIdString(const tav::DString& module, const tav::DString& className)
-{
-    const int restStart = module.indexOf("_") + 1;
-    const tav::DString rest = module.mid(restStart, -1);
-    return tav::DString("CLSID_%1_%2").arg(rest, 0, ' ').arg(className, 0, ' ').toLower();
-}
-
-namespace
-{
 
 /// Entries from this type on hold living objects, for which the module keeps a slot.
 constexpr int kObjectEntryType = 10;
@@ -86,7 +70,7 @@ void registerClass()
         0, fullClassName(moduleName, name), classIdString(moduleName, name), tav::kLangCpp,
         interfaceIds<T>(), &tav::createInstance<T>, &tav::supportsInterface<T>);
     classEntries.append(entry.get());
-    entry.release();  // the host owns the entries
+    static_cast<void>(entry.release());  // the host owns the entries
 }
 
 int countObjectEntries()

@@ -6,8 +6,7 @@
 #include "tavrel/List.h"
 #include "tavrel/export.h"
 
-namespace tav
-{
+namespace tav {
 
 /// The language a class is written in.
 enum LangModuleType : int { kLangNone = 0, kLangCpp = 1 };
@@ -16,8 +15,7 @@ using CreateInstanceFunction = IObject* (*)(long interfaceId);
 using SupportsInterfaceFunction = bool (*)(long interfaceId);
 
 /// One creatable class as the host sees it. The host owns the entries that a plugin hands over.
-class TAV_CORE_API ClassEntry
-{
+class TAV_CORE_API ClassEntry {
 public:
     virtual ~ClassEntry();
 
@@ -27,14 +25,14 @@ public:
     virtual DString fullName() const = 0;
     virtual DString classId() const = 0;
     virtual List<long> interfaceIds() const = 0;
-    /// A new instance offering interface `id` with one reference for the caller, or null.
+    /// A new instance offering interface `id` with one reference for the caller, or null. The
+    /// pointer is the root of that very interface: it may be cast to it.
     virtual IObject* create(long id) const = 0;
     virtual bool supports(long id) const = 0;
 };
 
 /// The entry of a class written in C++.
-class TAV_CORE_API CppClassEntry final : public ClassEntry
-{
+class TAV_CORE_API CppClassEntry final : public ClassEntry {
 public:
     /// `flags` is reserved and 0. Null functions create and support nothing.
     CppClassEntry(int flags, DString name, DString classIdText, LangModuleType language,

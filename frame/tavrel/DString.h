@@ -1,17 +1,16 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "tavrel/export.h"
 
-namespace tav
-{
+namespace tav {
 
 enum class CaseSensitivity { Insensitive = 0, Sensitive = 1 };
 
 /// The host's string: bytes (UTF-8 by convention), positions and lengths counted in bytes.
-class TAV_CORE_API DString
-{
+class TAV_CORE_API DString {
 public:
     DString() = default;
     /// A null pointer gives the empty string.

@@ -6,8 +6,7 @@
 #include "tavrel/DString.h"
 #include "tavrel/List.h"
 
-namespace tav
-{
+namespace tav {
 
 /// The id of an interface name: h = h * 33 + c over its bytes taken as signed, starting at 0, in
 /// 32 bits; the result is read as a signed 32-bit value (sign-extended where `long` is wider).
@@ -24,8 +23,7 @@ constexpr long interfaceId(const char* name)
 inline constexpr long kConcreteClassId = 1234567;
 
 /// Static record of one interface or concrete class: its name, its id and what it derives from.
-class ClassInfo
-{
+class ClassInfo {
 public:
     /// Appends `base` to the bases even when it is null.
     ClassInfo(const char* recordName, long recordId, ClassInfo* base)
@@ -56,8 +54,7 @@ public:
 /// Ownership: whoever receives an object from a creation function or a successful query owns one
 /// reference and gives it back with `release`. References may be added and released from several
 /// threads; the operations of one object are called from one thread at a time.
-class IObject
-{
+class IObject {
 public:
     static constexpr const char* kInterfaceName = "IObject";
     static ClassInfo* staticInfo()
@@ -91,8 +88,7 @@ public:
 ///
 /// I declares `static constexpr const char* kInterfaceName`.
 template <class I>
-class InterfaceOf : public IObject
-{
+class InterfaceOf : public IObject {
 public:
     /// The interface's record, built on first use.
     static ClassInfo* staticInfo()

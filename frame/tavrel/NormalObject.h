@@ -7,8 +7,7 @@
 #include "tavrel/IObject.h"
 #include "tavrel/atomic.h"
 
-namespace tav
-{
+namespace tav {
 
 /// Capacity that objects are created with whose class takes one.
 inline constexpr unsigned kObjectCapacity = 2000;
@@ -16,8 +15,7 @@ inline constexpr unsigned kObjectCapacity = 2000;
 /// A counted instance of the concrete class T; every object that leaves a module is one.
 /// It is born with one reference, which its creator owns.
 template <class T>
-class NormalObject final : public T
-{
+class NormalObject final : public T {
 public:
     using Interface = typename T::InterfaceType;
 
@@ -51,7 +49,7 @@ private:
 };
 
 /// A new T offering interface `id`, with one reference for the caller; null when T does not offer
-/// it. Allocation failure propagates.
+/// it. A class that takes a capacity gets kObjectCapacity. Allocation failure propagates.
 template <class T>
 IObject* createInstance(long id)
 {

@@ -2,16 +2,14 @@
 
 #include "tavrel/IObject.h"
 
-namespace tav
-{
+namespace tav {
 
 /// The six common operations of a concrete class, as an instance has them that no
 /// NormalObject wraps (a local work object): it is not counted, offers nothing and has no name.
 ///
 /// `Class` declares `static constexpr const char* kClassName`.
 template <class Class, class Interface>
-class PlainObject : public Interface
-{
+class PlainObject : public Interface {
 public:
     using InterfaceType = Interface;
 

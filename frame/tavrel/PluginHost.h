@@ -9,12 +9,10 @@
 #include "tavrel/ClassEntry.h"
 #include "tavrel/export.h"
 
-namespace tav
-{
+namespace tav {
 
 /// What a plugin could not be loaded for, in one line.
-class TAV_CORE_API PluginError : public std::runtime_error
-{
+class TAV_CORE_API PluginError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
@@ -23,12 +21,12 @@ public:
 ///
 /// Destroying it takes its classes out of the registry, calls `TavFreePlugin`, deletes the class
 /// entries and closes the library. Objects of the plugin must be released before.
-class TAV_CORE_API Plugin
-{
+class TAV_CORE_API Plugin {
 public:
     /// Loads the library at `path`, calls `TavInitPlugin` and `initClasses` and registers the
-    /// classes. Throws PluginError when the file cannot be loaded, lacks one of the four functions
-    /// or refuses to start.
+    /// classes. A name without a "/" is looked for where the system looks for libraries. Throws
+    /// PluginError when the file cannot be loaded, lacks one of the four functions or refuses to
+    /// start; nothing of it stays loaded then.
     static std::unique_ptr<Plugin> load(const std::string& path);
 
     ~Plugin();

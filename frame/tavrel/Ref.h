@@ -1,17 +1,16 @@
 #pragma once
 
+#include <cstddef>
 #include <utility>
 
 #include "tavrel/IObject.h"
 #include "tavrel/factory.h"
 
-namespace tav
-{
+namespace tav {
 
 /// Holder of one reference to an object seen through interface I; empty when default-constructed.
 template <class I>
-class Ref
-{
+class Ref {
 public:
     Ref() noexcept = default;
     Ref(std::nullptr_t) noexcept {}

@@ -5,12 +5,10 @@
 #include "tavrel/export.h"
 #include "tavrel/points.h"
 
-namespace tav
-{
+namespace tav {
 
 /// A value of one of the kinds that objects hand to each other without knowing its use.
-class TAV_TEMPLATE_API Variant
-{
+class TAV_TEMPLATE_API Variant {
 public:
     Variant() = default;
     Variant(const Radian& record) : value_(record) {}

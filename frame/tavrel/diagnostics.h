@@ -5,8 +5,7 @@
 
 #include "tavrel/export.h"
 
-namespace tav
-{
+namespace tav {
 
 enum class MessageKind { Debug, Assertion };
 
@@ -16,11 +15,12 @@ struct MessageRecord {
     const char* text;
     const char* file;
     int line;
-    const char* function;  ///< empty for assertions
+    const char* function;  ///< the empty text for assertions
 };
 
 /// Receives every debug line and assertion report. It may be called from any thread that uses the
-/// library, one call at a time.
+/// library, one call at a time. What it throws is dropped; messages that it writes itself, and
+/// those it threw at, go to the standard error stream.
 using MessageSink = void (*)(const MessageRecord& record, void* context);
 
 struct MessageTarget {
@@ -32,11 +32,10 @@ struct MessageTarget {
 TAV_CORE_API MessageTarget setMessageTarget(MessageTarget target);
 
 /// Hands a record to the present sink.
-TAV_CORE_API void emitMessage(const MessageRecord& record);
+TAV_CORE_API void emitMessage(const MessageRecord& record) noexcept;
 
 /// A debug line in the making; it is emitted when the stream is destroyed.
-class TAV_CORE_API TavDebug
-{
+class TAV_CORE_API TavDebug {
 public:
     TavDebug(const char* file, int line, const char* function);
     TavDebug(const TavDebug&) = delete;
@@ -54,8 +53,7 @@ private:
 };
 
 /// `MessageLogger(file, line, function).debug() << "text";` writes one debug line.
-class TAV_CORE_API MessageLogger
-{
+class TAV_CORE_API MessageLogger {
 public:
     MessageLogger(const char* file, int line, const char* function)
         : file_(file), line_(line), function_(function)
@@ -73,3 +71,5 @@ private:
 TAV_CORE_API void tavAssert(const char* text, const char* file, int line);
 
 }  // namespace tav
+
+using tav::tavAssert;  // the host's functions are known without the namespace, too

@@ -6,12 +6,10 @@
 
 #include "tavrel/export.h"
 
-namespace tav
-{
+namespace tav {
 
 /// A point or vector of the plane; doubles in drawing units.
-class TAV_TEMPLATE_API Point2DF
-{
+class TAV_TEMPLATE_API Point2DF {
 public:
     constexpr Point2DF() = default;
     constexpr Point2DF(double x, double y) : x_(x), y_(y) {}
@@ -64,8 +62,7 @@ constexpr Point2DF operator*(double factor, const Point2DF& v)
 }
 
 /// A point or vector in space; doubles in drawing units.
-class TAV_TEMPLATE_API Point3DF
-{
+class TAV_TEMPLATE_API Point3DF {
 public:
     constexpr Point3DF() = default;
     constexpr Point3DF(double x, double y, double z) : x_(x), y_(y), z_(z) {}
@@ -89,8 +86,7 @@ private:
 
 /// Four values, handed back as they were given. Which of top and bottom is the larger is the
 /// business of whoever fills it.
-class TAV_TEMPLATE_API RectF
-{
+class TAV_TEMPLATE_API RectF {
 public:
     constexpr RectF() = default;
     constexpr RectF(double left, double top, double right, double bottom)

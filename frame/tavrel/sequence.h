@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cassert>
+#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <iterator>
@@ -16,8 +17,7 @@
 
 #include "tavrel/export.h"
 
-namespace tav::detail
-{
+namespace tav::detail {
 
 /// Header of a shared block; the elements follow it in memory. `first` is the offset of the first
 /// live element, so that taking elements off the front costs nothing.
@@ -32,16 +32,17 @@ struct TAV_TEMPLATE_API BlockHeader {
 ///
 /// - Copying costs one atomic increment; a copy taken in one thread may be read and released in
 ///   another. One object is used from one thread at a time.
-/// - Const access never detaches. Non-const access (`operator[]`, `begin`, `data`, `last`) gives
-/// the
-///   object a block of its own first: read through a const reference where no write is meant.
+/// - Const access never detaches. Non-const access (`operator[]`, `begin`, `data`, `last`) first
+///   gives the object a block of its own: read through a const reference where no write is meant.
 /// - Indices run from 0 and are not checked (debug builds assert). Sizes fit an `int`; growing
 ///   beyond that throws std::length_error.
-/// - Appending is amortised constant time, taking off either end is constant time.
-/// - An element of the list itself may be passed to `append` and `insert`.
+/// - Appending is amortised constant time, also in runs (`append` of a list, `resize`); taking off
+///   either end is constant time.
+/// - An element of the list itself, or the list itself, may be passed to any operation.
+/// - When copying an element throws, adding one element at the end changes nothing; every other
+///   operation leaves a list that can be used and destroyed.
 template <class T>
-class TAV_TEMPLATE_API SharedSequence
-{
+class TAV_TEMPLATE_API SharedSequence {
 public:
     using value_type = T;
     using iterator = T*;
@@ -55,19 +56,17 @@ public:
     SharedSequence(std::initializer_list<T> values) : SharedSequence(values.begin(), values.end())
     {
     }
-    explicit SharedSequence(int count, const T& value = T()) { resize(count, value); }
+    // Delegating: from here on the destructor cleans up when copying an element throws.
+    explicit SharedSequence(int count, const T& value = T()) : SharedSequence()
+    {
+        resize(count, value);
+    }
 
     template <std::forward_iterator Iterator>
-    SharedSequence(Iterator begin, Iterator end)
+    SharedSequence(Iterator begin, Iterator end) : SharedSequence()
     {
-        const auto count = std::distance(begin, end);
-        reserve(checkedSize(static_cast<std::size_t>(count)));
-        try {
-            for (; begin != end; ++begin) emplaceBack(*begin);
-        } catch (...) {
-            releaseBlock(block_);
-            throw;
-        }
+        reserve(checkedSize(static_cast<std::size_t>(std::distance(begin, end))));
+        for (; begin != end; ++begin) emplaceBack(*begin);
     }
 
     ~SharedSequence() { releaseBlock(block_); }
@@ -144,10 +143,15 @@ public:
     void push_back(T&& value) { emplaceBack(std::move(value)); }
     void append(const SharedSequence& values)
     {
-        const SharedSequence source(values);  // keeps the elements alive when it is this list
-        reserve(checkedSize(static_cast<std::size_t>(size()) +
-                            static_cast<std::size_t>(source.size())));
-        for (const T& value : source) emplaceBack(value);
+        if (values.isEmpty()) return;
+        if (!block_) {
+            *this = values;
+            return;
+        }
+        makeRoom(checkedSize(static_cast<std::size_t>(size()) +
+                             static_cast<std::size_t>(values.size())));
+        // Nothing moves from here on, so `values` may be this list; its end is taken once.
+        for (const T& value : values) emplaceBack(value);
     }
 
     template <class... Arguments>
@@ -160,7 +164,7 @@ public:
             return *place;
         }
         // The new element is built first: an argument may live in the block that is left behind.
-        BlockOwner grown(allocate(grownCapacity(oldSize)));
+        BlockOwner grown(allocate(grownCapacity(oldSize, static_cast<std::size_t>(oldSize) + 1)));
         T* place = new (items(grown.block) + oldSize) T(std::forward<Arguments>(arguments)...);
         try {
             transferInto(grown.block, oldSize);
@@ -177,11 +181,17 @@ public:
     /// end.
     void insert(int index, const T& value)
     {
+        const int oldSize = size();
+        const int position = std::max(index, 0);
+        if (position >= oldSize) {
+            emplaceBack(value);
+            return;
+        }
         T copy(value);
-        const int position = std::clamp(index, 0, size());
-        emplaceBack(std::move(copy));
-        T* all = data();
-        std::rotate(all + position, all + size() - 1, all + size());
+        emplaceBack(std::as_const(*this).last());
+        T* all = items(block_);
+        std::move_backward(all + position, all + oldSize - 1, all + oldSize);
+        all[position] = std::move(copy);
     }
 
     /// Removes element `index`; nothing happens for an index outside the list.
@@ -191,15 +201,17 @@ public:
     /// Removes up to `count` elements from `index` on.
     void remove(int index, int count)
     {
-        if (index < 0 || index >= size() || count <= 0) return;
-        count = std::min(count, size() - index);
+        const int oldSize = size();
+        if (index < 0 || index >= oldSize || count <= 0) return;
+        count = std::min(count, oldSize - index);
         if (index == 0) {
             dropFront(count);
             return;
         }
-        T* all = data();
-        std::move(all + index + count, all + size(), all + index);
-        truncate(size() - count);
+        detach();
+        T* all = items(block_);
+        std::move(all + index + count, all + oldSize, all + index);
+        truncate(oldSize - count);
     }
 
     void removeLast() { resizeDown(size() - 1); }
@@ -223,32 +235,30 @@ public:
     {
         if (wanted <= capacity() && !isShared()) return;
         if (!block_ && wanted <= 0) return;
-        reallocate(std::max(wanted, size()));
+        reallocate(std::max(wanted, size()), size());
     }
 
+    /// Cuts the list to `newSize` elements (negative: none) or fills it up with `value`.
     void resize(int newSize, const T& value = T())
     {
-        if (newSize < 0) newSize = 0;
+        newSize = std::max(newSize, 0);
         if (newSize <= size()) {
             resizeDown(newSize);
             return;
         }
         const T copy(value);
-        reserve(newSize);
+        makeRoom(newSize);
         while (size() < newSize) emplaceBack(copy);
     }
 
     /// Gives this object a block of its own when it shares one.
     void detach()
     {
-        if (isShared()) reallocate(size());
+        if (isShared()) reallocate(size(), size());
     }
 
-    friend bool operator==(const SharedSequence& a, const SharedSequence& b) requires
-        requires(const T& x)
-    {
-        x == x;
-    }
+    friend bool operator==(const SharedSequence& a,
+                           const SharedSequence& b) requires std::equality_comparable<T>
     {
         return std::equal(a.begin(), a.end(), b.begin(), b.end());
     }
@@ -277,9 +287,9 @@ private:
         return static_cast<int>(wanted);
     }
 
-    static int grownCapacity(int oldSize)
+    /// At least `wanted`, and twice the old size, so that growing step by step stays linear.
+    static int grownCapacity(int oldSize, std::size_t wanted)
     {
-        const auto wanted = static_cast<std::size_t>(oldSize) + 1;
         const auto doubled = static_cast<std::size_t>(oldSize) * 2;
         const auto limit = static_cast<std::size_t>(std::numeric_limits<int>::max());
         return checkedSize(std::max({wanted, std::min(doubled, limit), std::size_t{2}}));
@@ -351,13 +361,20 @@ private:
         releaseBlock(old);
     }
 
-    void reallocate(int capacity)
+    /// A block of this object's own with its first `count` elements.
+    void reallocate(int capacity, int count)
     {
-        const int count = size();
         BlockOwner fresh(allocate(std::max(capacity, 1)));
         transferInto(fresh.block, count);
         fresh.block->size = count;
         adopt(fresh);
+    }
+
+    /// Room for `wanted` elements in a block of its own.
+    void makeRoom(int wanted)
+    {
+        if (wanted <= capacity() && !isShared()) return;
+        reallocate(grownCapacity(size(), static_cast<std::size_t>(wanted)), size());
     }
 
     /// Shortens a block that is not shared.
@@ -369,9 +386,11 @@ private:
 
     void resizeDown(int newSize)
     {
-        if (!block_ || newSize < 0) return;
-        detach();
-        truncate(newSize);
+        if (newSize < 0 || newSize >= size()) return;
+        if (isShared())
+            reallocate(newSize, newSize);
+        else
+            truncate(newSize);
     }
 
     void dropFront(int count)
@@ -380,8 +399,8 @@ private:
         detach();
         count = std::min(count, block_->size);
         std::destroy_n(items(block_), count);
-        block_->first += count;
         block_->size -= count;
+        block_->first = block_->size ? block_->first + count : 0;
     }
 
     BlockHeader* block_ = nullptr;

@@ -2,8 +2,7 @@
 
 #include <utility>
 
-namespace tav
-{
+namespace tav {
 
 ClassEntry::~ClassEntry() = default;
 

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace tav
-{
+namespace tav {
 
-namespace
-{
+namespace {
 
 char lowered(char c)
 {

@@ -2,10 +2,12 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "host/core/registry.h"
 
-namespace tav
-{
+namespace tav {
 
 struct Plugin::State {
     std::string path;
@@ -23,8 +25,7 @@ struct Plugin::State {
     }
 };
 
-namespace
-{
+namespace {
 
 template <class Function>
 Function* exportedFunction(void* library, const char* name, const std::string& path)
@@ -38,10 +39,14 @@ Function* exportedFunction(void* library, const char* name, const std::string& p
 
 std::unique_ptr<Plugin> Plugin::load(const std::string& path)
 {
+    if (path.empty()) throw PluginError("no plugin file is named");
     auto state = std::make_unique<State>();
     state->path = path;
     state->library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!state->library) throw PluginError(dlerror());
+    if (!state->library) {
+        const char* reason = dlerror();
+        throw PluginError(reason ? reason : path + ": cannot be loaded");
+    }
 
     auto* init = exportedFunction<bool()>(state->library, "TavInitPlugin", path);
     auto* free = exportedFunction<bool()>(state->library, "TavFreePlugin", path);
@@ -50,10 +55,11 @@ std::unique_ptr<Plugin> Plugin::load(const std::string& path)
 
     if (!init()) throw PluginError(path + ": the plugin refused to start");
     state->freePlugin = free;
-    state->version = version();
+    if (const char* text = version()) state->version = text;
     const List<ClassEntry*>* list = classes();
     if (!list) throw PluginError(path + ": the plugin gave no list of classes");
-    state->entries.assign(list->begin(), list->end());
+    std::copy_if(list->begin(), list->end(), std::back_inserter(state->entries),
+                 [](const ClassEntry* entry) { return entry != nullptr; });
     detail::registerEntries(state->entries);
     return std::unique_ptr<Plugin>(new Plugin(std::move(state)));
 }
@@ -79,8 +85,9 @@ const std::vector<const ClassEntry*>& Plugin::classes() const
 
 IObject* Plugin::create(const std::string& fullName, long interfaceId) const
 {
+    const DString wanted(fullName.c_str());
     for (const ClassEntry* entry : state_->entries)
-        if (entry->fullName() == DString(fullName.c_str())) return entry->create(interfaceId);
+        if (entry->fullName() == wanted) return entry->create(interfaceId);
     return nullptr;
 }
 

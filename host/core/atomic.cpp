@@ -3,16 +3,20 @@
 #include <atomic>
 #include <cstdint>
 
-namespace tav
-{
+namespace tav {
 
-namespace
-{
+namespace {
 
-/// Counts are 32-bit values whatever the width of `long`.
-long wrapped(long value)
+/// Counts are 32-bit values whatever the width of `long`, so the sum is stored wrapped, too.
+long addAtomically(long* value, std::uint32_t step)
 {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+    const std::atomic_ref count(*value);
+    long old = count.load(std::memory_order_relaxed);
+    long sum = 0;
+    do {
+        sum = static_cast<std::int32_t>(static_cast<std::uint32_t>(old) + step);
+    } while (!count.compare_exchange_weak(old, sum));
+    return sum;
 }
 
 }  // namespace
@@ -20,13 +24,13 @@ long wrapped(long value)
 long lockedIncrement(long* value)
 {
     if (!value) return 0;
-    return wrapped(std::atomic_ref(*value).fetch_add(1) + 1);
+    return addAtomically(value, 1u);
 }
 
 long lockedDecrement(long* value)
 {
     if (!value) return 0;
-    return wrapped(std::atomic_ref(*value).fetch_sub(1) - 1);
+    return addAtomically(value, ~0u);
 }
 
 }  // namespace tav

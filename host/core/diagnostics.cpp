@@ -4,20 +4,20 @@
 #include <mutex>
 #include <utility>
 
-namespace tav
-{
+namespace tav {
 
-namespace
-{
+namespace {
 
 struct Diagnostics {
-    std::mutex mutex;
+    std::recursive_mutex mutex;  // a sink may write messages and set targets itself
     MessageTarget target;
+    bool inSink = false;
 };
 
+/// Never destroyed: static objects of other libraries may still write messages at exit.
 Diagnostics& diagnostics()
 {
-    static Diagnostics instance;
+    static Diagnostics& instance = *new Diagnostics;
     return instance;
 }
 
@@ -40,14 +40,22 @@ MessageTarget setMessageTarget(MessageTarget target)
     return std::exchange(diagnostics().target, target);
 }
 
-void emitMessage(const MessageRecord& record)
+void emitMessage(const MessageRecord& record) noexcept
 {
-    const std::lock_guard lock(diagnostics().mutex);
-    const MessageTarget target = diagnostics().target;
-    if (target.sink)
-        target.sink(record, target.context);
-    else
+    Diagnostics& state = diagnostics();
+    const std::lock_guard lock(state.mutex);
+    const MessageTarget target = state.target;
+    if (!target.sink || state.inSink) {
         writeToStandardError(record);
+        return;
+    }
+    state.inSink = true;
+    try {
+        target.sink(record, target.context);
+    } catch (...) {
+        writeToStandardError(record);
+    }
+    state.inSink = false;
 }
 
 TavDebug::TavDebug(const char* file, int line, const char* function)

@@ -7,11 +7,9 @@
 #include "tavrel/PluginHost.h"
 #include "tavrel/factory.h"
 
-namespace tav
-{
+namespace tav {
 
-namespace
-{
+namespace {
 
 struct Registry {
     std::mutex mutex;
@@ -20,16 +18,16 @@ struct Registry {
     void* filterContext = nullptr;
 };
 
+/// Never destroyed: a plugin held by a static object unregisters its classes at exit.
 Registry& registry()
 {
-    static Registry instance;
+    static Registry& instance = *new Registry;
     return instance;
 }
 
 }  // namespace
 
-namespace detail
-{
+namespace detail {
 
 void registerEntries(const std::vector<const ClassEntry*>& entries)
 {

@@ -5,8 +5,7 @@
 
 #include "tavrel/ClassEntry.h"
 
-namespace tav::detail
-{
+namespace tav::detail {
 
 /// Adds the entries after those registered before. They must live until unregistered.
 void registerEntries(const std::vector<const ClassEntry*>& entries);

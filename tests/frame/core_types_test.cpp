@@ -1,0 +1,199 @@
+// Strings, arc records, counting, messages and the texts made from class names.
+#include <gmock/gmock.h>
+
+#include <clocale>
+#include <cstdint>
+#include <latch>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "frame/naming/naming.h"
+#include "tavrel/core.h"
+
+namespace tav {
+
+void PrintTo(const DString& text, std::ostream* out)
+{
+    *out << '"' << text.c_str() << '"';
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+TEST(DString, LowersAsciiLettersInAnyLocale)
+{
+    for (const char* locale : {"C", "tr_TR.UTF-8"}) {
+        std::setlocale(LC_ALL, locale);  // stays as it is where the locale is not installed
+        EXPECT_EQ(DString("CLSID_%1@[`{\xC4\xD6Z").toLower(), DString("clsid_%1@[`{\xC4\xD6z"));
+    }
+    std::setlocale(LC_ALL, "C");
+}
+
+TEST(DString, TakesPartsOut)
+{
+    const DString text("quon_calcora");
+    const struct {
+        int position, length;
+        const char* part;
+    } parts[] = {{0, -1, "quon_calcora"},
+                 {5, -1, "calcora"},
+                 {5, 3, "cal"},
+                 {11, 9, "a"},
+                 {12, -1, ""},
+                 {99, 2, ""},
+                 {-4, 4, "quon"},
+                 {3, 0, ""}};
+    for (const auto& p : parts) EXPECT_EQ(text.mid(p.position, p.length), DString(p.part));
+}
+
+TEST(DString, FindsText)
+{
+    const auto any = CaseSensitivity::Insensitive;
+    const auto exact = CaseSensitivity::Sensitive;
+    const struct {
+        const char* text;
+        int start;
+        CaseSensitivity sensitivity;
+        int position;
+    } searches[] = {{"_", 0, exact, 1},  {"_", 2, exact, 3}, {"_", 4, exact, -1},
+                    {"B", 0, exact, -1}, {"B", 0, any, 2},   {"abc", 0, exact, -1},
+                    {"a", -7, exact, 0}, {"", 2, exact, 2},  {"", 9, exact, -1}};
+    for (const auto& s : searches)
+        EXPECT_EQ(DString("a_b_").indexOf(s.text, s.start, s.sensitivity), s.position) << s.text;
+    EXPECT_EQ(DString(nullptr).indexOf("x"), -1);
+}
+
+TEST(DString, FillsTheLowestMarker)
+{
+    const struct {
+        const char *pattern, *text;
+        int width;
+        const char* filled;
+    } cases[] = {{"%1 of %2", "3", 0, "3 of %2"},
+                 {"%2 of %7", "3", 0, "3 of %7"},
+                 {"%1%1", "x", 0, "xx"},
+                 {"%2 %1 %2", "%2", 0, "%2 %2 %2"},
+                 {"%10 %9", "x", 0, "%10 x"},
+                 {"no marker %", "x", 0, "no marker %"},
+                 {"%0 %a %%1", "x", 0, "%0 %a %x"},
+                 {"[%1]", "x", 3, "[..x]"},
+                 {"[%1]", "x", -3, "[x..]"},
+                 {"[%1]", "long", 3, "[long]"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(DString(c.pattern).arg(c.text, c.width, '.'), DString(c.filled)) << c.pattern;
+}
+
+TEST(Naming, DerivesTheTextsFromModuleAndClass)
+{
+    const struct {
+        const char *module, *name, *full, *classId;
+    } cases[] = {
+        {"quon_calcora", "commonFunc", "quon_calcora.commonfunc", "clsid_calcora_commonfunc"},
+        {"CALCORA", "CUnit", "calcora.cunit", "clsid_calcora_cunit"},
+        {"a_b_C", "X", "a_b_c.x", "clsid_b_c_x"},
+        {"a_", "X", "a_.x", "clsid__x"},
+        {"a_%1", "X", "a_%1.x", "clsid_x_%2"},
+        {"a_%2", "X", "a_%2.x", "clsid_x_x"},
+        {"", "", ".", "clsid__"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(calcora::fullClassName(c.module, c.name), DString(c.full));
+        EXPECT_EQ(calcora::classIdString(c.module, c.name), DString(c.classId));
+    }
+}
+
+TEST(Variant, KeepsAnArcRecord)
+{
+    const Radian record{7, Point3DF(Point2DF(1.5, -2.5), 1e300)};
+    List<Variant> records;
+    records.append(record);
+    EXPECT_EQ(records.at(0).toRadian(), record);
+    EXPECT_EQ(Variant().toRadian().segmentIndex, -1);
+}
+
+TEST(LockedCounting, WrapsIn32BitsAndLosesNothing)
+{
+    constexpr long kMost = std::numeric_limits<std::int32_t>::max();
+    long count = kMost;
+    EXPECT_EQ(lockedIncrement(&count), -kMost - 1);
+    EXPECT_EQ(count, -kMost - 1) << "the stored value is the one returned";
+    EXPECT_EQ(lockedDecrement(&count), kMost);
+    EXPECT_EQ(lockedIncrement(nullptr), 0);
+    EXPECT_EQ(lockedDecrement(nullptr), 0);
+
+    constexpr int kRounds = 100000;
+    count = 5;
+    std::latch start(4);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&count, &start] {
+            start.arrive_and_wait();
+            for (int i = 0; i < kRounds; ++i) {
+                lockedIncrement(&count);
+                lockedIncrement(&count);
+                lockedDecrement(&count);
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(count, 5 + 4 * kRounds);
+}
+
+class Messages : public testing::Test {
+protected:
+    Messages() : before_(setMessageTarget({&Messages::sink, this})) {}
+    ~Messages() override { setMessageTarget(before_); }
+
+    static void sink(const MessageRecord& record, void* context)
+    {
+        auto& self = *static_cast<Messages*>(context);
+        self.lines_.push_back(std::string(record.kind == MessageKind::Debug ? "D " : "A ") +
+                              record.file + ":" + std::to_string(record.line) + " " +
+                              record.function + " " + record.text);
+        if (self.nested_) tavAssert("nested", "sink", 1);
+        if (self.throwing_) throw std::runtime_error("sink");
+    }
+
+    MessageTarget before_;
+    std::vector<std::string> lines_;
+    bool nested_ = false;
+    bool throwing_ = false;
+};
+
+TEST_F(Messages, GoToTheSinkOneLinePerStream)
+{
+    {
+        TavDebug line = MessageLogger("file.cpp", 12, "work").debug();
+        line << "step "
+             << "one" << nullptr;
+        EXPECT_TRUE(lines_.empty()) << "a line is written when it is complete";
+    }
+    tavAssert("IMatrix", "geometric", 34);
+    tavAssert(nullptr, nullptr, 0);
+    EXPECT_THAT(lines_,
+                ElementsAre("D file.cpp:12 work step one", "A geometric:34  IMatrix", "A :0  "));
+}
+
+TEST_F(Messages, OfASinkAndOfFailingSinksGoToStandardError)
+{
+    testing::internal::CaptureStderr();
+    nested_ = true;
+    tavAssert("outer", "file", 1);
+    nested_ = false;
+    throwing_ = true;
+    tavAssert("thrown at", "file", 2);
+    setMessageTarget({});
+    MessageLogger("file", 3, "work").debug() << "plain";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "assertion failed: nested (sink:1)\n"
+              "assertion failed: thrown at (file:2)\n"
+              "debug: plain (file:3)\n");
+    EXPECT_EQ(lines_.size(), 2u);
+}
+
+}  // namespace
+}  // namespace tav

@@ -1,0 +1,185 @@
+// Interface ids, records, plain and counted objects, references.
+#include <gmock/gmock.h>
+
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "calcora/calcora.h"
+#include "geo/geometry.h"
+#include "tavrel/core.h"
+
+namespace {
+
+struct IProbe : tav::InterfaceOf<IProbe> {
+    static constexpr const char* kInterfaceName = "IProbe";
+    virtual unsigned capacity() = 0;
+};
+
+int livingProbes = 0;
+
+struct CProbe : tav::PlainObject<CProbe, IProbe> {
+    static constexpr const char* kClassName = "CProbe";
+    explicit CProbe(unsigned capacity) : capacity_(capacity) { ++livingProbes; }
+    ~CProbe() override { --livingProbes; }
+    unsigned capacity() override { return capacity_; }
+    unsigned capacity_;
+};
+
+TEST(InterfaceId, IsTheKnownValueOfEachName)
+{
+    const struct {
+        const char* name;
+        long declared;
+        long id;
+    } ids[] = {
+        {"IObject", tav::IObject::staticInterfaceId(), -1295247072},
+        {"IcommonFunc", IcommonFunc::staticInterfaceId(), -2098603842},
+        {"IPointCollection", geo::IPointCollection::staticInterfaceId(), -540241025},
+        {"IMatrix", geo::IMatrix::staticInterfaceId(), -1374330050},
+        {"IGeometric", IGeometric::staticInterfaceId(), 296195176},
+        {"IPath", geo::IPath::staticInterfaceId(), 89556758},
+        {"IGeoSetUp", IGeoSetUp::staticInterfaceId(), 628893333},
+        {"IDataGeo", IDataGeo::staticInterfaceId(), -1142176994},
+        {"IUnit", IUnit::staticInterfaceId(), 89750249},
+        {"ICRTree", ICRTree::staticInterfaceId(), -1784622930},
+        {"", 0, 0},
+        {nullptr, 0, 0},
+        {"\xff", -1, -1},  // bytes count as signed
+        {"a\x80", 97 * 33 - 128, 97 * 33 - 128},
+    };
+    for (const auto& i : ids) {
+        EXPECT_EQ(tav::interfaceId(i.name), i.id) << i.name;
+        EXPECT_EQ(i.declared, i.id) << i.name;
+    }
+}
+
+TEST(ClassInfo, WalksItsBasesUpToTheFirstNull)
+{
+    tav::ClassInfo root("root", 1, nullptr);
+    tav::ClassInfo left("left", 2, &root);
+    tav::ClassInfo right("right", 3, &root);
+    tav::ClassInfo joined("joined", 4, &left);
+    joined.bases.append(&right);
+    tav::ClassInfo cut("cut", 5, nullptr);
+    cut.bases.append(&right);
+    for (const long id : {1, 2, 3, 4}) EXPECT_TRUE(joined.inherits(id)) << id;
+    EXPECT_FALSE(joined.inherits(5));
+    EXPECT_TRUE(cut.inherits(5));
+    EXPECT_FALSE(cut.inherits(3)) << "the null base ends the walk";
+}
+
+/// The names and ids from a record up its first bases; a null base ends the chain.
+std::vector<std::pair<std::string, long>> chain(const tav::ClassInfo* info)
+{
+    std::vector<std::pair<std::string, long>> result;
+    for (; info; info = info->bases.at(0)) {
+        EXPECT_EQ(info->bases.size(), 1);
+        result.emplace_back(info->name.c_str(), info->id);
+    }
+    return result;
+}
+
+TEST(PlainObject, CountsNothingAndOffersNothing)
+{
+    CProbe probe(3);
+    void* out = nullptr;
+    EXPECT_EQ(probe.addRef(), 1);
+    EXPECT_EQ(probe.release(), 1);
+    EXPECT_FALSE(probe.queryInterface(IProbe::staticInterfaceId(), &out));
+    EXPECT_EQ(out, static_cast<IProbe*>(&probe)) << "the object is stored all the same";
+    EXPECT_FALSE(probe.queryInterface(IProbe::staticInterfaceId(), nullptr));
+    EXPECT_EQ(probe.className(), tav::DString());
+    EXPECT_THAT(chain(probe.classInfo()),
+                testing::ElementsAre(std::pair("CProbe", tav::kConcreteClassId),
+                                     std::pair("IProbe", tav::interfaceId("IProbe")),
+                                     std::pair("IObject", tav::interfaceId("IObject"))));
+    EXPECT_EQ(probe.IObject::classInfo(), tav::IObject::staticInfo());
+    EXPECT_EQ(probe.classInfo(), CProbe::staticInfo()) << "one record per class";
+}
+
+TEST(NormalObject, IsCreatedCountedAndQueriedByInterface)
+{
+    const long own = IProbe::staticInterfaceId();
+    const long root = tav::IObject::staticInterfaceId();
+    for (const long id : {own, root}) {
+        EXPECT_TRUE(tav::supportsInterface<CProbe>(id));
+        tav::IObject* object = tav::createInstance<CProbe>(id);
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(static_cast<IProbe*>(object)->capacity(), 2000u);
+        EXPECT_EQ(object->className(), tav::DString("cprobe"));
+        EXPECT_EQ(object->classInfo(), CProbe::staticInfo());
+        EXPECT_EQ(object->addRef(), 2);
+        void* out = nullptr;
+        EXPECT_TRUE(object->queryInterface(own, &out));
+        EXPECT_EQ(out, static_cast<IProbe*>(object));
+        EXPECT_EQ(object->release(), 2);
+        EXPECT_FALSE(object->queryInterface(tav::kConcreteClassId, &out));
+        EXPECT_EQ(out, static_cast<IProbe*>(object)) << "left alone";
+        EXPECT_FALSE(object->queryInterface(own, nullptr));
+        EXPECT_EQ(object->release(), 1);
+        EXPECT_EQ(livingProbes, 1);
+        EXPECT_EQ(object->release(), 0);
+        EXPECT_EQ(livingProbes, 0);
+    }
+    for (const long id : {tav::kConcreteClassId, IUnit::staticInterfaceId(), 0L}) {
+        EXPECT_FALSE(tav::supportsInterface<CProbe>(id));
+        EXPECT_EQ(tav::createInstance<CProbe>(id), nullptr);
+        EXPECT_EQ(livingProbes, 0);
+    }
+}
+
+TEST(Ref, HoldsOneReferenceThroughEveryMove)
+{
+    using Probe = tav::Ref<IProbe>;
+    const auto create = [] {
+        return Probe::adopt(
+            static_cast<IProbe*>(tav::createInstance<CProbe>(IProbe::staticInterfaceId())));
+    };
+    const auto count = [](const Probe& ref) {
+        ref->addRef();
+        return ref->release();
+    };
+    {
+        Probe first = create();
+        Probe second = first;
+        EXPECT_EQ(count(first), 2);
+        second = create();
+        EXPECT_EQ(livingProbes, 2);
+        second = first;
+        EXPECT_EQ(livingProbes, 1);
+        second = *&second;
+        Probe third = std::move(second);
+        EXPECT_FALSE(second);
+        EXPECT_EQ(count(third), 2);
+        const auto object = third.query<tav::IObject>();
+        EXPECT_EQ(count(third), 3);
+        EXPECT_FALSE(third.query<IUnit>());
+        EXPECT_FALSE(second.query<IUnit>()) << "an empty reference offers nothing";
+        const Probe shared(third.get());
+        EXPECT_EQ(count(third), 4);
+        first = nullptr;
+        EXPECT_EQ(count(third), 3);
+    }
+    EXPECT_EQ(livingProbes, 0);
+}
+
+TEST(Ref, ReleasesFromManyThreadsDestroyOnce)
+{
+    for (int round = 0; round < 50; ++round) {
+        auto ref = tav::Ref<IProbe>::adopt(
+            static_cast<IProbe*>(tav::createInstance<CProbe>(IProbe::staticInterfaceId())));
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back([copy = ref]() mutable {
+                for (int i = 0; i < 100; ++i) tav::Ref<IProbe> another = copy;
+                copy = nullptr;
+            });
+        }
+        ref = nullptr;
+        for (std::thread& thread : threads) thread.join();
+        ASSERT_EQ(livingProbes, 0);
+    }
+}
+
+}  // namespace
