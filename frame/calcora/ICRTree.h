@@ -42,8 +42,7 @@ struct RTreeRect {
 ///   writes nothing and `insertRect` stores nothing, until `removeAll`.
 /// - An object serves one thread at a time. When memory runs out, std::bad_alloc passes through and
 ///   the tree is as it was before the call.
-class ICRTree : public tav::InterfaceOf<ICRTree>
-{
+class ICRTree : public tav::InterfaceOf<ICRTree> {
 public:
     static constexpr const char* kInterfaceName = "ICRTree";
 

@@ -6,8 +6,7 @@
 #include "tavrel/points.h"
 
 /// Operations on line work, above all the building of closed loops: 23 operations (slots 6 to 28).
-class IDataGeo : public tav::InterfaceOf<IDataGeo>
-{
+class IDataGeo : public tav::InterfaceOf<IDataGeo> {
 public:
     static constexpr const char* kInterfaceName = "IDataGeo";
 

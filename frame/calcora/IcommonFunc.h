@@ -12,8 +12,7 @@ struct CMyAngleLine {
 };
 
 /// Plane geometry: 150 operations in fixed slots (6 to 155).
-class IcommonFunc : public tav::InterfaceOf<IcommonFunc>
-{
+class IcommonFunc : public tav::InterfaceOf<IcommonFunc> {
 public:
     static constexpr const char* kInterfaceName = "IcommonFunc";
 
