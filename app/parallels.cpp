@@ -58,7 +58,7 @@ std::vector<Parallels::Piece> Parallels::cut(const Points& points, const Values&
     closedBulges.append(0.0);
     work.points.append(closed);
     work.bulges.append(closedBulges);
-    const LoopResult faces = extractLoops(*dataGeo_, work, {}, interrupt_.flag());
+    const LoopResult faces = extractLoops(*dataGeo_, work, LoopRequest(), interrupt_.flag());
 
     std::vector<Piece> pieces;
     for (const Loop& loop : faces.loops) {
@@ -121,7 +121,7 @@ std::vector<Figure> Parallels::closedChains(const std::vector<Piece>& pieces) co
         work.bulges.append(Values{piece.bulge, 0.0});
     }
     std::vector<Figure> figures;
-    for (const Loop& loop : extractLoops(*dataGeo_, work, {}, interrupt_.flag()).loops) {
+    for (const Loop& loop : extractLoops(*dataGeo_, work, LoopRequest(), interrupt_.flag()).loops) {
         Figure figure;
         figure.points = loop.points;
         figure.bulges = loop.bulges;

@@ -30,7 +30,7 @@ struct StationReport {
     std::string file;
     Drawing drawing;
     std::vector<AxisReport> axes;
-    double tick = 0;        ///< length of a tick mark to either side
+    double tick = 0;  ///< length of a tick mark to either side
     bool interrupted = false;
     double seconds = 0;  ///< from reading to the answer
 };

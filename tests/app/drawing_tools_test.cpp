@@ -1,0 +1,294 @@
+// The tools that take a drawing figure by figure, as the commands give their answers.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <numbers>
+#include <sstream>
+
+#include "app/dxf_reader.h"
+#include "tests/app/support.h"
+
+namespace {
+
+using namespace calcora::app;
+using app_tests::dxfText;
+using app_tests::Scratch;
+using nlohmann::json;
+
+constexpr double kPi = std::numbers::pi;
+
+struct Answer {
+    int status = -1;
+    std::string text;
+    json object;
+};
+
+/// What the program prints; errors are in the text too.
+Answer run(const std::string& words)
+{
+    Answer answer;
+    FILE* pipe = popen((std::string(CALCORA_PROGRAM) + " " + words + " 2>&1").c_str(), "r");
+    char buffer[4096];
+    for (std::size_t n = 0; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+        answer.text.append(buffer, n);
+    const int status = pclose(pipe);
+    answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    answer.object = json::parse(answer.text, nullptr, false);
+    return answer;
+}
+
+/// A half disc of radius 3 over a square of side 6 at (x, y), counter-clockwise or clockwise.
+std::string domeNote(double x, double y, bool clockwise)
+{
+    const double xs[] = {0, 6, 6, 0};
+    const double ys[] = {0, 0, 6, 6};
+    std::string note = "LWPOLYLINE 8=Dome 90=4 70=1";
+    for (int k = 0; k < 4; ++k) {
+        const int i = clockwise ? 3 - k : k;
+        note += " 10=" + std::to_string(x + xs[i]) + " 20=" + std::to_string(y + ys[i]);
+        if (i == (clockwise ? 3 : 2)) note += clockwise ? " 42=-1" : " 42=1";
+    }
+    return note;
+}
+
+TEST(Measure, MeasuresAreasWithArcsAtAnyPlaceEitherWay)
+{
+    const double half = kPi * 9 / 2;
+    const double area = 36 + half;
+    const double height = (36 * 3 + half * (6 + 4 / kPi)) / area;
+    for (const double far : {0.0, 1.0})
+        for (const bool clockwise : {false, true}) {
+            const Scratch scratch;
+            const double x = far * 500000.3;
+            const double y = far * 4000000.7;
+            const std::string input = scratch.write(
+                "in.dxf", dxfText({domeNote(x, y, clockwise), "LINE 8=Road 10=0 20=0 11=3 21=4",
+                                   "CIRCLE 8=Dome 10=0 20=0 40=2"}));
+            const Answer answer = run("measure --json --layer Dome -- " + input + " ");
+            ASSERT_EQ(answer.status, 0) << answer.text;
+            const json& layer = answer.object["layers"][0];
+            EXPECT_NEAR(layer["area"], area + 4 * kPi, 1e-8);
+            const json& dome = layer["figures"][0];
+            EXPECT_NEAR(dome["area"], area, 1e-8);
+            EXPECT_NEAR(dome["length"], 18 + 3 * kPi, 1e-8);
+            EXPECT_NEAR(dome["centroid"][0], x + 3, 1e-8);
+            EXPECT_NEAR(dome["centroid"][1], y + height, 1e-8);
+            EXPECT_NEAR(dome["extents"][3], y + 9, 1e-8);
+            EXPECT_EQ(dome["orientation"], clockwise ? "clockwise" : "counter-clockwise");
+            EXPECT_GT(dome["inner_point"][0], x);
+            EXPECT_LT(dome["inner_point"][0], x + 6);
+            EXPECT_EQ(answer.object["on_other_layers"], 1);
+        }
+}
+
+TEST(Measure, TellsMajorArcsAndFiguresWithoutArea)
+{
+    const Scratch scratch;
+    // A three-quarter disc of radius 1 about (0, 0), a line there and back, an open line.
+    const std::string input = scratch.write(
+        "in.dxf",
+        dxfText({"LWPOLYLINE 8=A 90=3 70=1 10=1 20=0 42=2.414213562373095 10=0 20=-1 "
+                 "10=0 20=0",
+                 "LWPOLYLINE 8=A 90=2 70=1 10=0 20=0 10=5 20=0", "LINE 8=A 10=0 20=0 11=3 21=4"}));
+    const Answer answer = run("measure " + input + " --json");
+    ASSERT_EQ(answer.status, 0) << answer.text;
+    const json& figures = answer.object["layers"][0]["figures"];
+    EXPECT_NEAR(figures[0]["area"], 0.75 * kPi, 1e-12);
+    const double reach = 4.0 / (9 * kPi);  // of the quarter that is missing, thrice as far
+    EXPECT_NEAR(figures[0]["centroid"][0], -reach, 1e-12);
+    EXPECT_NEAR(figures[0]["centroid"][1], reach, 1e-12);
+    EXPECT_EQ(figures[1]["orientation"], "none");
+    EXPECT_TRUE(figures[1]["inner_point"].is_null());
+    EXPECT_EQ(figures[2]["length"], 5);
+    EXPECT_EQ(figures[2]["closed"], false);
+}
+
+/// A closed outline through places given as "x y" in pairs, turned by an angle and moved.
+std::string outlineNote(const std::vector<double>& numbers, double angle, double x, double y)
+{
+    std::ostringstream note;
+    note.precision(17);
+    note << "LWPOLYLINE 8=House 90=" << numbers.size() / 2 << " 70=1";
+    for (std::size_t i = 0; i + 1 < numbers.size(); i += 2)
+        note << " 10=" << x + numbers[i] * std::cos(angle) - numbers[i + 1] * std::sin(angle)
+             << " 20=" << y + numbers[i] * std::sin(angle) + numbers[i + 1] * std::cos(angle);
+    return note.str();
+}
+
+TEST(Square, MakesEveryCornerRightAndTellsTheFarthestMove)
+{
+    const Scratch scratch;
+    const std::string input = scratch.write(
+        "in.dxf",
+        dxfText({outlineNote({0, 0, 12, 0.05, 11.97, 5, 6, 5.04, 6.03, 9, 0.02, 9}, 0.4, 5e5, 4e6),
+                 "CIRCLE 8=House 10=0 20=0 40=2", "LINE 8=Fence 10=0 20=0 11=3 21=1"}));
+    const Answer answer = run("square --json -o " + scratch.path("out.dxf") + " " + input);
+    ASSERT_EQ(answer.status, 0) << answer.text;
+    EXPECT_EQ(answer.object["kept"], 2);
+    EXPECT_EQ(answer.object["outlines"][0]["corners"], 6);
+
+    const Drawing out = readDxf(scratch.path("out.dxf"), {});
+    ASSERT_EQ(out.figures.size(), 3u);
+    const Points before = readDxf(input, {}).figures[0].points;
+    const Points& corners = out.figures[0].points;
+    double farthest = 0;
+    for (int i = 0; i < 6; ++i) {
+        const tav::Point2DF a = corners.at((i + 1) % 6) - corners.at(i);
+        const tav::Point2DF b = corners.at((i + 2) % 6) - corners.at((i + 1) % 6);
+        const double dot = a.x() * b.x() + a.y() * b.y();
+        EXPECT_NEAR(dot / (std::hypot(a.x(), a.y()) * std::hypot(b.x(), b.y())), 0, 1e-9);
+        double nearest = 1e9;
+        for (const tav::Point2DF& point : before)
+            nearest = std::min(
+                nearest, std::hypot(point.x() - corners.at(i).x(), point.y() - corners.at(i).y()));
+        farthest = std::max(farthest, nearest);
+    }
+    EXPECT_DOUBLE_EQ(answer.object["farthest_move"], farthest);
+    EXPECT_LT(farthest, 0.2);
+}
+
+TEST(Simplify, ThinsStraightRunsKeepsArcsAndStaysWithinTheTolerance)
+{
+    const Scratch scratch;
+    // A wave of 40 vertices before and after a half circle, with elevations on neither; a square
+    // with a vertex in the middle of each side, the first among them; a sliver.
+    std::ostringstream wave;
+    wave.precision(17);
+    wave << "LWPOLYLINE 8=A 90=80 70=0";
+    for (int i = 0; i < 80; ++i) {
+        wave << " 10=" << i << " 20=" << std::sin(i * 0.1);
+        if (i == 39) wave << " 42=1";
+    }
+    const std::string input = scratch.write(
+        "in.dxf",
+        dxfText({wave.str(),
+                 outlineNote({5, 0, 10, 0, 10, 5, 10, 10, 5, 10, 0, 10, 0, 5, 0, 0}, 0, 0, 0),
+                 outlineNote({0, 0, 9, 0.01, 5, 0.02}, 0, 0, 0)}));
+    const std::string words = "simplify --json --tolerance 0.1 " + input + " -o ";
+    const Answer answer = run(words + scratch.path("out.dxf"));
+    ASSERT_EQ(answer.status, 0) << answer.text;
+    EXPECT_LE(answer.object["deviation"], 0.1);
+    EXPECT_GT(answer.object["deviation"], 0.02);
+
+    const Drawing out = readDxf(scratch.path("out.dxf"), {});
+    const Points given = readDxf(input, {}).figures[0].points;
+    const Points& thinned = out.figures[0].points;
+    EXPECT_LT(thinned.size(), 20);
+    for (const tav::Point2DF& point : given) {
+        double nearest = 1e9;
+        for (int i = 1; i < thinned.size(); ++i) {
+            const tav::Point2DF a = thinned.at(i - 1);
+            const tav::Point2DF d = thinned.at(i) - a;
+            const tav::Point2DF p = point - a;
+            const double t = (p.x() * d.x() + p.y() * d.y()) / (d.x() * d.x() + d.y() * d.y());
+            const double s = std::min(1.0, std::max(0.0, t));
+            nearest = std::min(nearest, std::hypot(p.x() - s * d.x(), p.y() - s * d.y()));
+        }
+        EXPECT_LE(nearest, 0.1) << point.x();
+    }
+    int arcs = 0;
+    for (int i = 0; i < thinned.size(); ++i)
+        if (out.figures[0].bulges.at(i) != 0) {
+            ++arcs;
+            EXPECT_EQ(thinned.at(i).x(), 39);
+            EXPECT_EQ(thinned.at(i + 1).x(), 40);
+        }
+    EXPECT_EQ(arcs, 1);
+    EXPECT_EQ(out.figures[1].points.size(), 4);
+    EXPECT_EQ(out.figures[2].points.size(), 3);
+}
+
+TEST(Offset, CutsParallelsApartWhereTheyMeet)
+{
+    const std::vector<double> dumbbell = {0,  0,  10, 0,  10, 4, 20, 4, 20, 0,  30, 0,
+                                          30, 10, 20, 10, 20, 6, 10, 6, 10, 10, 0,  10};
+    const std::vector<double> bay = {0, 0, 10, 0, 10, 4.5, 8,  4.5, 8,  2,  2, 2,
+                                     2, 8, 8,  8, 8,  5.5, 10, 5.5, 10, 10, 0, 10};
+    const std::vector<double> clockwise = {0, 10, 10, 10, 10, 0, 0, 0};
+    struct Case {
+        std::vector<double> outline;
+        double distance;
+        std::vector<double> areas;
+    };
+    const std::vector<Case> cases = {{dumbbell, -1.5, {49, 49}},
+                                     {bay, 1, {16, 144}},
+                                     {clockwise, 1, {144}},
+                                     {clockwise, -2, {36}},
+                                     {clockwise, -5.5, {}}};
+    // Turned and far out, and with coordinates of a thousandth the size.
+    for (const auto& [outline, distance, areas] : cases)
+        for (const double size : {1.0, 1e-3}) {
+            const Scratch scratch;
+            std::vector<double> numbers = outline;
+            for (double& number : numbers) number *= size;
+            const double far = size == 1 ? 1.0 : 0.0;
+            const std::string note = outlineNote(numbers, 0.3, 5e5 * far, 4e6 * far);
+            const std::string input = scratch.write("in.dxf", dxfText({note}));
+            const std::string out = scratch.path("out.dxf");
+            const Answer answer =
+                run("offset --json --distance=" + std::to_string(distance * size) + " " + input +
+                    " -o " + out);
+            ASSERT_EQ(answer.status, 0) << answer.text;
+            EXPECT_EQ(answer.object["parallels"].size(), areas.size());
+            EXPECT_EQ(answer.object["vanished"], areas.empty() ? 1 : 0);
+            if (areas.empty()) continue;
+            const json layers = run("measure --json " + out).object["layers"];
+            std::vector<double> found;
+            for (const json& figure : layers[0]["figures"]) found.push_back(figure["area"]);
+            std::sort(found.begin(), found.end());
+            ASSERT_EQ(found.size(), areas.size());
+            for (std::size_t i = 0; i < areas.size(); ++i)
+                EXPECT_NEAR(found[i] / (size * size), areas[i], 1e-3) << distance << " " << size;
+        }
+}
+
+TEST(Offset, KeepsArcsAndTheWayOfOpenLines)
+{
+    const Scratch scratch;
+    // A road with a half circle to the left, and a disc.
+    const std::string input = scratch.write(
+        "in.dxf",
+        dxfText({"LWPOLYLINE 8=A 90=4 70=0 10=0 20=0 10=10 20=0 42=1 10=10 20=8 10=0 20=8",
+                 "CIRCLE 8=A 10=50 20=0 40=2"}));
+    const Answer answer = run("offset --distance 1 --both " + input + " -o " +
+                              scratch.path("out.dxf") + " --svg " + scratch.path("out.svg"));
+    ASSERT_EQ(answer.status, 0) << answer.text;
+    const Drawing out = readDxf(scratch.path("out.dxf"), {});
+    ASSERT_EQ(out.figures.size(), 4u);
+    for (int k = 0; k < 2; ++k) {
+        const Figure& road = out.figures[static_cast<std::size_t>(k)];
+        const double left = k == 0 ? 1 : -1;
+        ASSERT_EQ(road.points.size(), 4);
+        EXPECT_NEAR(road.points.at(0).y(), left, 1e-9);
+        EXPECT_NEAR(road.points.at(2).y(), 8 - left, 1e-9);
+        EXPECT_NEAR(road.bulges.at(1), 1, 1e-9);
+        const Figure& disc = out.figures[static_cast<std::size_t>(k + 2)];
+        EXPECT_TRUE(disc.closed);
+        const tav::Point2DF across = disc.points.at(1) - disc.points.at(0);
+        EXPECT_NEAR(std::hypot(across.x(), across.y()), 4 + 2 * left, 1e-9);
+    }
+}
+
+TEST(DrawingTools, TellMistakesInOneLineAndLeaveNoFile)
+{
+    const Scratch scratch;
+    const std::string input = scratch.write("in.dxf", dxfText({"LINE 8=A 10=0 20=0 11=3 21=1"}));
+    const std::string out = " -o " + scratch.path("out.dxf");
+    for (const std::string& words :
+         {"simplify " + input + out, "simplify --tolerance 0 " + input + out,
+          "simplify --tolerance x " + input + out, "offset --distance 0 " + input + out,
+          "square " + scratch.path("none.dxf") + out, "measure --layer B " + input + out,
+          "square " + input + out + " --svg /none/x.svg"}) {
+        const Answer answer = run(words);
+        EXPECT_EQ(answer.status, 2) << words;
+        EXPECT_EQ(answer.text.rfind("calcora: ", 0), 0u) << answer.text;
+        EXPECT_EQ(std::count(answer.text.begin(), answer.text.end(), '\n'), 1) << answer.text;
+        EXPECT_EQ(scratch.fileCount(), 1) << words;
+    }
+}
+
+}  // namespace
