@@ -4,14 +4,12 @@
 #include "common/detail/work_pair.h"
 #include "tavrel/PlainObject.h"
 
-namespace calcora::detail
-{
+namespace calcora::detail {
 class EdgeIndex;
 }
 
 /// The module's toolbox of plane geometry: IcommonFunc implemented, one source file per family.
-class commonFunc : public tav::PlainObject<commonFunc, IcommonFunc>
-{
+class commonFunc : public tav::PlainObject<commonFunc, IcommonFunc> {
 public:
     static constexpr const char* kClassName = "commonFunc";
 
