@@ -8,8 +8,8 @@
 #include "geometric/CGeometric.h"
 #include "geosetup/CGeoSetUp.h"
 #include "rtree/CRTree.h"
-#include "tavrel/ClassEntry.h"
 #include "tavrel/NormalObject.h"
+#include "tavrel/plugin_exports.h"
 #include "unit/CUnit.h"
 
 namespace calcora {
@@ -21,8 +21,6 @@ const tav::DString moduleName("quon_calcora");
 
 /// Entries from this type on hold living objects, for which the module keeps a slot.
 constexpr int kObjectEntryType = 10;
-
-constexpr const char* kFrameworkVersion = "1.0.0";
 
 tav::List<tav::ClassEntry*> classEntries;
 
@@ -86,11 +84,6 @@ int countObjectEntries()
 
 extern "C" {
 
-TAV_EXPORT bool TavInitPlugin();
-TAV_EXPORT bool TavFreePlugin();
-TAV_EXPORT tav::List<tav::ClassEntry*>* initClasses();
-TAV_EXPORT const char* tavrelVersion();
-
 bool TavInitPlugin()
 {
     return true;
@@ -117,6 +110,6 @@ tav::List<tav::ClassEntry*>* initClasses()
 
 const char* tavrelVersion()
 {
-    return calcora::kFrameworkVersion;
+    return tav::kFrameworkVersion;
 }
 }

@@ -39,15 +39,10 @@ int chordCount(const Arc& arc, double sagitta)
 
 bool CGeometric::arcSegmentOp34(const PathRef& path, int i, Point3DF& middle)
 {
-    const PathView view(path);
-    if (!view.hasSegment(i)) return false;
-    const auto arcPoint = view.arcPoint(i);
-    if (!arcPoint) return false;
-    const Point3DF a = view.point(i);
-    const Point3DF b = view.point(i + 1);
-    const auto arc = arcThrough(a, *arcPoint, b);
+    const auto segment = arcSegment(path, i);
+    const auto arc = segment ? arcThrough(segment->a, segment->m, segment->b) : std::nullopt;
     if (!arc) return false;
-    middle = endsMeetInSpace(a, b) ? *arcPoint : arc->pointAt(arc->sweep / 2);
+    middle = endsMeetInSpace(segment->a, segment->b) ? segment->m : arc->pointAt(arc->sweep / 2);
     return true;
 }
 

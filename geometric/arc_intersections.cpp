@@ -41,10 +41,8 @@ struct Circle {
 };
 
 /// An arc segment and its circle.
-struct ArcSegment {
-    tav::Point3DF a;
-    tav::Point3DF b;
-    tav::Point3DF arcPoint;
+struct ArcOnCircle {
+    ArcPoints points;
     Circle circle;
 };
 
@@ -57,22 +55,20 @@ struct Meeting {
 };
 
 /// Arc segment i of the path; nothing for a bad index, a straight segment and one without a circle.
-std::optional<ArcSegment> arcSegment(IGeometric& self, const geo::PathRef& path, int i)
+std::optional<ArcOnCircle> arcOnCircle(IGeometric& self, const geo::PathRef& path, int i)
 {
-    const PathView view(path);
-    if (!view.hasSegment(i)) return std::nullopt;
-    const auto arcPoint = view.arcPoint(i);
+    const auto points = arcSegment(path, i);
     Circle circle;
-    if (!arcPoint || !self.segmentArcCircle2d(path, i, circle.centre, circle.radius) ||
+    if (!points || !self.segmentArcCircle2d(path, i, circle.centre, circle.radius) ||
         !(circle.radius > 0))
         return std::nullopt;
-    return ArcSegment{view.point(i), view.point(i + 1), *arcPoint, circle};
+    return ArcOnCircle{*points, circle};
 }
 
 /// Whether a point of the arc's circle lies on the arc: on its side of the chord.
-bool holds(IGeometric& self, const ArcSegment& arc, const tav::Point3DF& p)
+bool holds(IGeometric& self, const ArcPoints& arc, const tav::Point3DF& p)
 {
-    return self.sameSideOfLine(arc.a, arc.b, arc.arcPoint, p);
+    return self.sameSideOfLine(arc.a, arc.b, arc.m, p);
 }
 
 /// Where two circles meet: the foot of the points on the line of centres and their height over it.
@@ -115,15 +111,15 @@ double placeOnArc(const Arc& arc, const tav::Point3DF& p)
 }
 
 /// The points of `candidates` on the arc (and on `other` when there is one), in order along it.
-Meeting onArc(IGeometric& self, const Meeting& candidates, const ArcSegment& arc,
-              const ArcSegment* other)
+Meeting onArc(IGeometric& self, const Meeting& candidates, const ArcPoints& arc,
+              const ArcPoints* other)
 {
     Meeting kept;
     for (short k = 0; k < candidates.code; ++k) {
         const tav::Point3DF& p = candidates.points[k];
         if (isFinite(p) && holds(self, arc, p) && (!other || holds(self, *other, p))) kept.keep(p);
     }
-    const auto curve = planArcThrough(arc.a, arc.arcPoint, arc.b);
+    const auto curve = planArcThrough(arc.a, arc.m, arc.b);
     if (kept.code == 2 && curve &&
         placeOnArc(*curve, kept.points[1]) < placeOnArc(*curve, kept.points[0]))
         std::swap(kept.points[0], kept.points[1]);
@@ -187,41 +183,38 @@ short CGeometric::lineCircleIntersections(const PathRef& path, int i, const Poin
 short CGeometric::intersectSegmentArc(const PathRef& a, int i, const PathRef& b, int j,
                                       Point3DF& p1, Point3DF& p2)
 {
-    const PathView line(a);
-    const PathView arcPath(b);
-    if (!line.hasSegment(i) || !arcPath.hasSegment(j)) return kInvalid;
-    const auto arcPoint = arcPath.arcPoint(j);
-    if (!arcPoint) return kInvalid;
-    ArcSegment arc{arcPath.point(j), arcPath.point(j + 1), inPlan(*arcPoint), {}};
-    if (!circleFrom3Points2d(arc.a, arc.b, arc.arcPoint, arc.circle.centre, arc.circle.radius))
+    const auto arc = arcSegment(b, j);
+    if (!PathView(a).hasSegment(i) || !arc) return kInvalid;
+    Circle circle;
+    if (!circleFrom3Points2d(arc->a, arc->b, inPlan(arc->m), circle.centre, circle.radius))
         return 0;
 
     Meeting crossings;
-    crossings.code = lineCircleIntersections(a, i, arc.circle.centre, arc.circle.radius,
+    crossings.code = lineCircleIntersections(a, i, circle.centre, circle.radius,
                                              crossings.points[0], crossings.points[1]);
     Meeting kept;
     for (short k = 0; k < crossings.code && crossings.code <= 2; ++k)
-        if (holds(*this, arc, crossings.points[k])) kept.keep(crossings.points[k]);
+        if (holds(*this, *arc, crossings.points[k])) kept.keep(crossings.points[k]);
     return write(kept, p1, p2);
 }
 
 short CGeometric::intersectArcs(const PathRef& a, int i, const PathRef& b, int j, Point3DF& p1,
                                 Point3DF& p2)
 {
-    const auto first = arcSegment(*this, a, i);
-    const auto second = first ? arcSegment(*this, b, j) : std::nullopt;
+    const auto first = arcOnCircle(*this, a, i);
+    const auto second = first ? arcOnCircle(*this, b, j) : std::nullopt;
     if (!second) return kInvalid;
     const Meeting candidates = meetCircles(first->circle, second->circle);
     if (candidates.code < 0 || candidates.code == kSameCircle) return candidates.code;
-    return write(onArc(*this, candidates, *first, &*second), p1, p2);
+    return write(onArc(*this, candidates, first->points, &second->points), p1, p2);
 }
 
 short CGeometric::segmentArcIntersections(const PathRef& path, int i, const Point3DF& centre,
                                           double radius, Point3DF& p1, Point3DF& p2)
 {
-    const auto arc = arcSegment(*this, path, i);
+    const auto arc = arcOnCircle(*this, path, i);
     if (!arc) return kInvalid;
     const Meeting candidates = meetCircles(arc->circle, {inPlan(centre), radius});
     if (candidates.code < 0 || candidates.code == kSameCircle) return kInvalid;
-    return write(onArc(*this, candidates, *arc, nullptr), p1, p2);
+    return write(onArc(*this, candidates, arc->points, nullptr), p1, p2);
 }

@@ -1,6 +1,7 @@
 // The circle of an arc and what follows from it; the transformation of a point by a matrix.
 #include <cmath>
 
+#include "frame/detail/circumcentre.h"
 #include "frame/detail/vec3.h"
 #include "geometric/CGeometric.h"
 #include "geometric/detail/arc.h"
@@ -25,15 +26,7 @@ constexpr double kAtCentre = 1e-6;
 /// circleFrom3Points3d().
 constexpr double kOffCentreShare = 1e-6;
 
-void setRow(geo::IMatrix& matrix, int row, const Vec3& values)
-{
-    matrix.setValue(row, 0, values.x);
-    matrix.setValue(row, 1, values.y);
-    matrix.setValue(row, 2, values.z);
-}
-
-/// The centre of the circle through the origin, u and v: it lies in their plane and on the planes
-/// that halve the chords to u and to v.
+/// The equations for the circle through the origin, u and v, with their matrices.
 struct CentreSystem {
     geo::MatrixRef coefficients;
     geo::MatrixRef centre;  ///< the right-hand side, the centre once solved
@@ -45,20 +38,14 @@ struct CentreSystem {
         if (!coefficients) return false;
         centre = createAuxiliary<geo::IMatrix>();
         if (!centre) return false;
-        coefficients->initSquare(3, 0.0);
-        setRow(*coefficients, 0, cross(u, v));
-        setRow(*coefficients, 1, 2 * u);
-        setRow(*coefficients, 2, 2 * v);
-        centre->resize(3, 1);
-        centre->setValue(1, 0, dot(u, u));
-        centre->setValue(2, 0, dot(v, v));
+        equations().set(u, v);
         return true;
     }
 
-    Vec3 solution() const
-    {
-        return {centre->value(0, 0), centre->value(1, 0), centre->value(2, 0)};
-    }
+    Vec3 solution() const { return equations().solution(); }
+
+private:
+    CentreEquations equations() const { return {*coefficients, *centre}; }
 };
 
 /// Writes the circle with that centre through a, unless it is none.
@@ -124,35 +111,26 @@ bool CGeometric::circleFrom3Points3d(const Point3DF& a, const Point3DF& b, const
 
 bool CGeometric::segmentArcCircle2d(const PathRef& path, int i, Point3DF& centre, double& radius)
 {
-    const PathView view(path);
-    if (!view.hasSegment(i)) return false;
-    const auto arcPoint = view.arcPoint(i);
-    return arcPoint &&
-           circleFrom3Points2d(view.point(i), view.point(i + 1), *arcPoint, centre, radius);
+    const auto arc = arcSegment(path, i);
+    return arc && circleFrom3Points2d(arc->a, arc->b, arc->m, centre, radius);
 }
 
 bool CGeometric::segmentArcCircle3d(const PathRef& path, int i, Point3DF& centre, double& radius)
 {
-    const PathView view(path);
-    if (!view.hasSegment(i)) return false;
-    const auto arcPoint = view.arcPoint(i);
-    return arcPoint &&
-           circleFrom3Points3d(view.point(i), view.point(i + 1), *arcPoint, centre, radius);
+    const auto arc = arcSegment(path, i);
+    return arc && circleFrom3Points3d(arc->a, arc->b, arc->m, centre, radius);
 }
 
 bool CGeometric::segmentArcLength(const PathRef& path, int i, double& length)
 {
-    const PathView view(path);
-    if (!view.hasSegment(i)) return false;
-    const auto arcPoint = view.arcPoint(i);
+    const auto arc = arcSegment(path, i);
     double scratch = 0.0;
-    if (!segmentLength3d(path, i, scratch) || !arcPoint) return false;
+    if (!arc || !segmentLength3d(path, i, scratch)) return false;
 
-    const Point3DF a = view.point(i);
-    const Point3DF b = view.point(i + 1);
+    const auto& [a, b, m] = *arc;
     Point3DF centre;
     double radius = 0.0;
-    if (!circleFrom3Points3d(a, b, *arcPoint, centre, radius)) return false;
+    if (!circleFrom3Points3d(a, b, m, centre, radius)) return false;
     const PathRef toStart = segmentPath(centre, a);
     if (!toStart) return false;
     const PathRef toEnd = segmentPath(centre, b);
@@ -162,7 +140,7 @@ bool CGeometric::segmentArcLength(const PathRef& path, int i, double& length)
     double angle = 0.0;
     double height = 0.0;  // of the arc point over the chord
     angleBetweenSegments3d(toStart, 0, toEnd, 0, angle);
-    pointDistToSegmentLine3d(chord, 0, *arcPoint, height);
+    pointDistToSegmentLine3d(chord, 0, m, height);
 
     const double total = sweepInSpace(angle, height - radius) * radius;
     if (!(total >= 0 && std::isfinite(total))) return false;
@@ -176,9 +154,8 @@ bool CGeometric::arcTangentAtPoint(const PathRef& path, int i, const Point3DF& q
     Point3DF centre;
     double radius = 0.0;
     if (!segmentArcCircle2d(path, i, centre, radius)) return false;
-    const PathView view(path);
-    const auto arcPoint = view.arcPoint(i);
-    if (!arcPoint || !sameSideOfLine(view.point(i), view.point(i + 1), *arcPoint, q)) return false;
+    const auto arc = arcSegment(path, i);
+    if (!arc || !sameSideOfLine(arc->a, arc->b, arc->m, q)) return false;
     const double alongX = -(q.y() - centre.y());
     const double alongY = q.x() - centre.x();
     const double size = std::sqrt(alongX * alongX + alongY * alongY);

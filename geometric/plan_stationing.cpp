@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "frame/detail/circumcentre.h"
 #include "frame/detail/vec3.h"
 #include "geometric/CGeometric.h"
 #include "geometric/detail/arc.h"
@@ -27,15 +28,6 @@ constexpr double kMiddleShare = 0.01;
 
 /// Drawing units: a station this near the end of a segment is that end.
 constexpr double kStationTolerance = 1e-6;
-
-/// The centre of the plan circle through the origin, u and v.
-Vec3 circumcentre(const Vec3& u, const Vec3& v)
-{
-    const double twiceArea2 = 2 * planCross(u, v);
-    const double uu = dot(u, u);
-    const double vv = dot(v, v);
-    return {(v.y * uu - u.y * vv) / twiceArea2, (u.x * vv - v.x * uu) / twiceArea2, 0.0};
-}
 
 /// The angle that slot 20 gives between the plan vectors from `origin1` to `tip1` and from
 /// `origin2` to `tip2`, 0 when it gives none; nothing when an object could not be created.
@@ -72,7 +64,7 @@ std::optional<double> bulgeThrough(IGeometric& self, const tav::Point3DF& a, con
     const Vec3 u = planBetween(a, b);
     const Vec3 v = planBetween(a, m);
     if (!(std::fabs(planCross(u, v)) >= kFlatArcArea)) return 0.0;
-    const Vec3 centre = circumcentre(u, v);
+    const Vec3 centre = planCircumcentre(u, v);
     if (!isFinite(centre)) return 0.0;
     const auto sweep = segmentAngle(self, centre, {}, centre, u);
     const auto negative = sweep ? bulgeIsNegative(self, u, v, centre) : std::nullopt;
@@ -141,21 +133,6 @@ std::optional<tav::Point3DF> pointOnArc(IGeometric& self, const geo::PathRef& pa
     const double angle = segment.bulge > 0 ? start - turn : start + turn;
     return tav::Point3DF(centre.x() + radius * std::cos(angle),
                          centre.y() + radius * std::sin(angle), 0.0);
-}
-
-/// The sum of the segments' lengths in the order in which the stations run; nothing when it is not
-/// finite or an object could not be created.
-std::optional<double> planTotal(CGeometric& self, const PathView& path)
-{
-    const ArcIndex arcs(path);
-    double total = 0.0;
-    for (int i = 0; i + 1 < path.pointCount(); ++i) {
-        const auto segment = planSegment(self, path, arcs, i);
-        if (!segment) return std::nullopt;
-        total += segment->length;
-    }
-    if (!std::isfinite(total)) return std::nullopt;
-    return total;
 }
 
 }  // namespace
@@ -244,7 +221,8 @@ bool CGeometric::pointRatioFromPolyline(const PathRef& path, double ratio, Point
     if (!(ratio >= 0 && ratio <= 1)) return false;
     const PathView view(path);
     if (view.pointCount() < 2) return false;
-    const auto total = planTotal(*this, view);
+    const auto total = totalLength(
+        view, [&](const ArcIndex& arcs, int i) { return planSegment(*this, view, arcs, i); });
     return total && pointDistFromPolyline(path, *total * ratio, point);
 }
 

@@ -115,7 +115,7 @@ bool CGeometric::nearestPointOnPolyline(const PathRef& path, const Point3DF& q, 
 {
     const PathView view(path);
     const Point3DF from = inPlan(q);
-    if (view.pointCount() < 2 || !isFinite(from)) return false;
+    if (view.pointCount() < 2 || !isFinite(q)) return false;
     const ArcIndex arcs(view);
     Point3DF best;
     int bestSegment = -1;

@@ -41,7 +41,7 @@ double nearestShare(const Vec3& start, const Vec3& d, const Vec3& p)
 /// one of the four ends. Parallel lines have ends only.
 Approach closestApproach(const SegmentPair& pair)
 {
-    const auto& [u, w, v] = pair;
+    const Vec3 &u = pair.u, &w = pair.w, &v = pair.v;
     const auto approach = [&](double s, double t) {
         return Approach{s, length(w + t * v - s * u)};
     };
@@ -63,7 +63,7 @@ Approach closestApproach(const SegmentPair& pair)
 /// Whether the segments run together over more than a point; `s` becomes the start of the stretch.
 bool overlap(const SegmentPair& pair, double& s)
 {
-    const auto& [u, w, v] = pair;
+    const Vec3 &u = pair.u, &w = pair.w, &v = pair.v;
     const double size = length(u);
     const double start = dot(w, u) / size;  // of the second segment, along the first
     const double end = dot(w + v, u) / size;

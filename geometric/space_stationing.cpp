@@ -83,21 +83,6 @@ std::optional<tav::Point3DF> pointOnArc(const SpaceSegment& segment, double alon
     return moved(segment.a, 2 * sine * (std::cos(half) * across - sine * level));
 }
 
-/// The sum of the segments' lengths in the order in which the stations run; nothing when it is not
-/// finite or an operation that it needs fails.
-std::optional<double> spaceTotal(IGeometric& self, const PathView& path)
-{
-    const ArcIndex arcs(path);
-    double total = 0.0;
-    for (int i = 0; i + 1 < path.pointCount(); ++i) {
-        const auto segment = spaceSegment(self, path, arcs, i);
-        if (!segment) return std::nullopt;
-        total += segment->length;
-    }
-    if (!std::isfinite(total)) return std::nullopt;
-    return total;
-}
-
 /// The point at `distance` from the first point of the path, which is not the first point itself.
 std::optional<tav::Point3DF> walk(IGeometric& self, const PathView& path, double distance)
 {
@@ -142,11 +127,9 @@ std::string coordinateLine(const tav::Point3DF& p)
     return text;
 }
 
-void debugLine(const char* text, SourceLine at = SourceLine::current())
+void debugLine(const char* text, int line = __builtin_LINE())
 {
-    tav::MessageLogger(kGeometricSource, static_cast<int>(at.line()),
-                       "CGeometric::pointDistFromPolyline3d")
-            .debug()
+    tav::MessageLogger(kGeometricSource, line, "CGeometric::pointDistFromPolyline3d").debug()
         << text;
 }
 
@@ -182,6 +165,7 @@ bool CGeometric::pointRatioFromPolyline3d(const PathRef& path, double ratio, Poi
     if (!(ratio >= 0 && ratio <= 1)) return false;
     const PathView view(path);
     if (view.pointCount() < 2) return false;
-    const auto total = spaceTotal(*this, view);
+    const auto total = totalLength(
+        view, [&](const ArcIndex& arcs, int i) { return spaceSegment(*this, view, arcs, i); });
     return total && pointDistFromPolyline3d(path, *total * ratio, point);
 }

@@ -2,27 +2,15 @@
 #include <cmath>
 
 #include "calcora/IGeometric.h"
+#include "frame/detail/circumcentre.h"
 #include "frame/detail/path_access.h"
 #include "frame/detail/vec3.h"
 #include "geosetup/CGeoSetUp.h"
+#include "geosetup/detail/creation.h"
 
 using namespace calcora::paths;
 
 namespace {
-
-constexpr const char* kSource = "geosetup";
-
-/// The lines with which failed creations are reported.
-constexpr int kChordReport3d = 504;
-constexpr int kGeometricReport3d = 509;
-constexpr int kCoefficientsReport3d = 534;
-constexpr int kCentreReport3d = 539;
-constexpr int kGeometricReport = 574;
-constexpr int kChordReport = 576;
-constexpr int kStartRadiusReport = 655;
-constexpr int kEndRadiusReport = 660;
-constexpr int kDiameterReport = 739;
-constexpr int kDiameterGeometricReport = 745;
 
 /// Twice a triangle's area, in square drawing units, below which its points are collinear.
 /// arcThrough3Points().
@@ -31,9 +19,9 @@ constexpr double kCollinearArea = 1e-6;
 /// A path from p to q, through a new object offering I; empty when it could not be created, which
 /// is reported with that line.
 template <class I>
-geo::PathRef pathBetween(const Vec3& p, const Vec3& q, int line)
+geo::PathRef pathBetween(const Vec3& p, const Vec3& q, CreationReport report)
 {
-    const auto created = createOrReport<I>(kSource, line);
+    const auto created = createForSetUp<I>(report);
     const auto points = created.template query<geo::IPointCollection>();
     if (!points) return {};
     points->addPoint(toPoint(p));
@@ -44,13 +32,6 @@ geo::PathRef pathBetween(const Vec3& p, const Vec3& q, int line)
 bool samePlace(const tav::Point3DF& a, const tav::Point3DF& b)
 {
     return a.x() == b.x() && a.y() == b.y();
-}
-
-void setRow(geo::IMatrix& matrix, int row, const Vec3& values)
-{
-    matrix.setValue(row, 0, values.x);
-    matrix.setValue(row, 1, values.y);
-    matrix.setValue(row, 2, values.z);
 }
 
 /// The middle of the arc over the chord from the origin to u, on the side of the unit vector
@@ -69,30 +50,15 @@ Vec3 arcMiddle(const Vec3& u, const Vec3& side, const Vec3& centre, double radiu
 /// a matrix could not be created or there is no circle.
 bool centreInSpace(const Vec3& u, const Vec3& v, Vec3& centre)
 {
-    const auto coefficients = createOrReport<geo::IMatrix>(kSource, kCoefficientsReport3d);
+    const auto coefficients = createForSetUp<geo::IMatrix>(kCoefficientsReport3d);
     if (!coefficients) return false;
-    const auto solution = createOrReport<geo::IMatrix>(kSource, kCentreReport3d);
+    const auto solution = createForSetUp<geo::IMatrix>(kCentreReport3d);
     if (!solution) return false;
-    // In the plane of the three points and on the planes that halve two chords.
-    coefficients->initSquare(3, 0.0);
-    setRow(*coefficients, 0, cross(u, v));
-    setRow(*coefficients, 1, 2 * u);
-    setRow(*coefficients, 2, 2 * v);
-    solution->resize(3, 1);
-    solution->setValue(1, 0, dot(u, u));
-    solution->setValue(2, 0, dot(v, v));
+    const CentreEquations equations{*coefficients, *solution};
+    equations.set(u, v);
     if (!solution->solve(coefficients.get())) return false;
-    centre = {solution->value(0, 0), solution->value(1, 0), solution->value(2, 0)};
+    centre = equations.solution();
     return true;
-}
-
-/// The centre of the plan circle through the origin, u and v.
-Vec3 centreInPlan(const Vec3& u, const Vec3& v)
-{
-    const double twiceArea2 = 2 * planCross(u, v);
-    const double uu = dot(u, u);
-    const double vv = dot(v, v);
-    return {(v.y * uu - u.y * vv) / twiceArea2, (u.x * vv - v.x * uu) / twiceArea2, 0.0};
 }
 
 }  // namespace
@@ -105,7 +71,7 @@ bool CGeoSetUp::arcThrough3Points3d(const Point3DF& a, const Point3DF& b, const 
     const Vec3 v = between(a, c);
     const geo::PathRef chord = pathBetween<geo::IPath>({}, u, kChordReport3d);
     if (!chord) return false;
-    const auto geometric = createOrReport<IGeometric>(kSource, kGeometricReport3d);
+    const auto geometric = createForSetUp<IGeometric>(kGeometricReport3d);
     if (!geometric) return false;
     Point3DF foot;
     if (!geometric->projectPointToSegmentLine3d(chord, 0, toPoint(v), foot)) return false;
@@ -128,7 +94,7 @@ bool CGeoSetUp::arcThrough3Points(const Point3DF& a, const Point3DF& b, const Po
                                   Point3DF& start, Point3DF& end, Point3DF& middle)
 {
     if (samePlace(a, b) || samePlace(a, c) || samePlace(b, c)) return false;
-    const auto geometric = createOrReport<IGeometric>(kSource, kGeometricReport);
+    const auto geometric = createForSetUp<IGeometric>(kGeometricReport);
     if (!geometric) return false;
     const geo::PathRef chord =
         pathBetween<geo::IPointCollection>({}, planBetween(a, b), kChordReport);
@@ -143,7 +109,7 @@ bool CGeoSetUp::arcThrough3Points(const Point3DF& a, const Point3DF& b, const Po
     const Vec3 u = planBetween(first, last);
     const Vec3 v = planBetween(first, c);
     if (!(std::fabs(planCross(u, v)) >= kCollinearArea)) return false;
-    const Vec3 centre = centreInPlan(u, v);
+    const Vec3 centre = planCircumcentre(u, v);
     if (!isFinite(centre)) return false;
     const geo::PathRef startRadius = pathBetween<geo::IPath>(centre, {}, kStartRadiusReport);
     if (!startRadius) return false;
@@ -165,11 +131,11 @@ bool CGeoSetUp::circleOnDiameter(Point3DF& a, Point3DF& b, GeoCircle& out)
 {
     a.setZ(0.0);
     b.setZ(0.0);
-    const auto diameter = createOrReport<geo::IPointCollection>(kSource, kDiameterReport);
+    const auto diameter = createForSetUp<geo::IPointCollection>(kDiameterReport);
     if (!diameter) return false;
     diameter->addPoint(a);
     diameter->addPoint(b);
-    const auto geometric = createOrReport<IGeometric>(kSource, kDiameterGeometricReport);
+    const auto geometric = createForSetUp<IGeometric>(kDiameterGeometricReport);
     if (!geometric) return false;
     double length = 0.0;
     if (!geometric->segmentLength3d(diameter.query<geo::IPath>(), 0, length)) return false;

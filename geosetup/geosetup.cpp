@@ -6,19 +6,11 @@
 
 #include "frame/detail/path_access.h"
 #include "geosetup/CGeoSetUp.h"
+#include "geosetup/detail/creation.h"
 
 using namespace calcora::paths;
 
 namespace {
-
-constexpr const char* kSource = "geosetup";
-
-/// The lines with which failed creations are reported.
-constexpr int kInsertPathReport = 77;
-constexpr int kRemovePathReport = 195;
-constexpr int kSetArcPathReport = 311;
-constexpr int kPieceReport = 481;
-constexpr int kReversedReport = 760;
 
 /// Drawing units: points that differ by less in every coordinate are the same vertex.
 constexpr double kSameVertex = 1e-6;
@@ -62,7 +54,7 @@ bool CGeoSetUp::insertPathPoint(PathRef& path, int index, const Point3DF& point)
     const int n = old.pointCount();
     if (!old || index < 0 || n < index) return false;
     if (coincidesWith(old, index, point) || coincidesWith(old, index + 1, point)) return false;
-    const PathRef edited = createOrReport<geo::IPath>(kSource, kInsertPathReport);
+    const PathRef edited = createForSetUp<geo::IPath>(kInsertPathReport);
     const PathView fresh(edited);
     if (!fresh) return false;
     for (int i = 0; i < n; ++i) {
@@ -80,7 +72,7 @@ bool CGeoSetUp::removePathPoint(PathRef& path, int index)
     const PathView old(path);
     const int n = old.pointCount();
     if (!old || index < 0 || n < index) return false;
-    const PathRef edited = createOrReport<geo::IPath>(kSource, kRemovePathReport);
+    const PathRef edited = createForSetUp<geo::IPath>(kRemovePathReport);
     const PathView fresh(edited);
     if (!fresh) return false;
     for (int i = 0; i < n; ++i)
@@ -104,7 +96,7 @@ bool CGeoSetUp::setSegmentArc(PathRef& path, int index, const Point3DF& start, c
     const bool startIsVertex = coincidesWith(old, index, start);
     const bool endIsVertex = coincidesWith(old, index + 1, end);
     if (startIsVertex && endIsVertex && old.arcPoint(index)) return false;
-    const PathRef edited = createOrReport<geo::IPath>(kSource, kSetArcPathReport);
+    const PathRef edited = createForSetUp<geo::IPath>(kSetArcPathReport);
     const PathView fresh(edited);
     if (!fresh) return false;
     for (int i = 0; i < n; ++i) {
@@ -126,7 +118,7 @@ void CGeoSetUp::splitPathIntoSegments(const PathRef& path, const ReceiverRef& re
     const PathView view(held);
     const int n = view.pointCount();
     for (int i = 0; i < n - 1; ++i) {
-        const PathRef piece = createOrReport<geo::IPath>(kSource, kPieceReport);
+        const PathRef piece = createForSetUp<geo::IPath>(kPieceReport);
         const PathView points(piece);
         if (!points) continue;
         points->addPoint(view.point(i));
@@ -140,7 +132,7 @@ void CGeoSetUp::reversePath(PathRef& path)
     const PathView old(path);
     const int n = old.pointCount();
     if (n < 1) return;
-    const auto fresh = createOrReport<geo::IPointCollection>(kSource, kReversedReport);
+    const auto fresh = createForSetUp<geo::IPointCollection>(kReversedReport);
     const PathRef reversed = fresh.query<geo::IPath>();
     if (!reversed) return;
     for (int i = n - 1; i >= 0; --i) fresh->addPoint(old.point(i));

@@ -7,20 +7,6 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-// The two foot factors and their reverses are conventions of their own, not quotients of each
-// other: a value converted there and back differs in the eighth digit.
-constexpr double kUsFeetPerMeter = 3.28083335;
-constexpr double kFeetPerMeter = 3.2808399;
-constexpr double kMetersPerUsFoot = 0.3048006;
-constexpr double kMetersPerFoot = 0.3048;
-
-constexpr double kGonsPerDegree = 1.1111111111111112;
-constexpr double kDegreesPerGon = 0.9;
-constexpr double kMilsPerDegree = 17.77777777777778;
-constexpr double kDegreesPerMil = 0.05625;
-constexpr double kDegreesPerRadian = 180 / kPi;
-constexpr double kRadiansPerDegree = kPi / 180;
-
 /// Quadrants of bearings, numbered as the file formats of the field have them.
 enum Quadrant : int { kNorthEast = 1, kNorthWest = 2, kSouthEast = 3, kSouthWest = 4 };
 
@@ -31,26 +17,6 @@ void write(T* target, T value)
 }
 
 }  // namespace
-
-double CUnit::meterToUsFoot(double value)
-{
-    return value * kUsFeetPerMeter;
-}
-
-double CUnit::meterToFoot(double value)
-{
-    return value * kFeetPerMeter;
-}
-
-double CUnit::usFootToMeter(double value)
-{
-    return value * kMetersPerUsFoot;
-}
-
-double CUnit::footToMeter(double value)
-{
-    return value * kMetersPerFoot;
-}
 
 void CUnit::polarToRect(double distance, double azimuth, double* east, double* north)
 {
@@ -101,34 +67,4 @@ void CUnit::azimuthToBearing(double azimuth, int* quadrant, double* bearing)
         answer(kSouthWest, turn - kPi);
     else if (1.5 * kPi < turn && turn < 2 * kPi)
         answer(kNorthWest, 2 * kPi - turn);
-}
-
-double CUnit::degreeToGon(double value)
-{
-    return value * kGonsPerDegree;
-}
-
-double CUnit::gonToDegree(double value)
-{
-    return value * kDegreesPerGon;
-}
-
-double CUnit::degreeToMil(double value)
-{
-    return value * kMilsPerDegree;
-}
-
-double CUnit::milToDegree(double value)
-{
-    return value * kDegreesPerMil;
-}
-
-double CUnit::radianToDegree(double value)
-{
-    return kDegreesPerRadian * value;
-}
-
-double CUnit::degreeToRadian(double value)
-{
-    return kRadiansPerDegree * value;
 }

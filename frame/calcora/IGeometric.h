@@ -114,7 +114,7 @@ public:
     /// arc its start.
     ///
     /// Writes the point (z 0), the segment (ties: the lowest index) and the plan distance. False
-    /// for fewer than two points, for x or y of q not finite, and when no distance is finite.
+    /// for fewer than two points, for a q that is not finite, and when no distance is finite.
     virtual bool nearestPointOnPolyline(const PathRef& path, const Point3DF& q, Point3DF& nearest,
                                         int& segment, double& distance) = 0;
 

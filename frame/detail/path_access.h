@@ -54,6 +54,23 @@ private:
     tav::Ref<geo::IPointCollection> points_;
 };
 
+/// An arc segment: from a through m to b.
+struct ArcPoints {
+    tav::Point3DF a;
+    tav::Point3DF b;
+    tav::Point3DF m;
+};
+
+/// Arc segment i of the path; nothing for a bad index and a straight segment.
+inline std::optional<ArcPoints> arcSegment(const geo::PathRef& path, int i)
+{
+    const PathView view(path);
+    if (!view.hasSegment(i)) return std::nullopt;
+    const auto m = view.arcPoint(i);
+    if (!m) return std::nullopt;
+    return ArcPoints{view.point(i), view.point(i + 1), *m};
+}
+
 /// The arc points of a path by segment, fetched once for a walk over all segments.
 class ArcIndex {
 public:

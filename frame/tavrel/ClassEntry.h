@@ -22,12 +22,16 @@ public:
     /// Kind of the entry: the language value for classes; 10 and more is kept for entries that
     /// hold living objects.
     virtual int type() const = 0;
+    /// "module.class", in lower case.
     virtual DString fullName() const = 0;
+    /// The text by which the class is told from all others.
     virtual DString classId() const = 0;
+    /// The interfaces offered by name; `supports` also knows those they derive from.
     virtual List<long> interfaceIds() const = 0;
     /// A new instance offering interface `id` with one reference for the caller, or null. The
     /// pointer is the root of that very interface: it may be cast to it.
     virtual IObject* create(long id) const = 0;
+    /// Whether instances offer interface `id`.
     virtual bool supports(long id) const = 0;
 };
 

@@ -23,6 +23,7 @@ struct MessageRecord {
 /// those it threw at, go to the standard error stream.
 using MessageSink = void (*)(const MessageRecord& record, void* context);
 
+/// Where messages go, and what the sink is called with.
 struct MessageTarget {
     MessageSink sink = nullptr;  ///< null: the standard error stream
     void* context = nullptr;

@@ -66,7 +66,13 @@ public:
     SharedSequence(Iterator begin, Iterator end) : SharedSequence()
     {
         reserve(checkedSize(static_cast<std::size_t>(std::distance(begin, end))));
-        for (; begin != end; ++begin) emplaceBack(*begin);
+        if constexpr (std::is_trivially_copyable_v<T>) {
+            if (!block_) return;
+            T* last = std::uninitialized_copy(begin, end, items(block_));
+            block_->size = static_cast<int>(last - items(block_));
+        } else {
+            for (; begin != end; ++begin) emplaceBack(*begin);
+        }
     }
 
     ~SharedSequence() { releaseBlock(block_); }
@@ -148,10 +154,11 @@ public:
             *this = values;
             return;
         }
-        makeRoom(checkedSize(static_cast<std::size_t>(size()) +
-                             static_cast<std::size_t>(values.size())));
-        // Nothing moves from here on, so `values` may be this list; its end is taken once.
-        for (const T& value : values) emplaceBack(value);
+        const int added = values.size();
+        makeRoom(checkedSize(static_cast<std::size_t>(size()) + static_cast<std::size_t>(added)));
+        // `values` may be this list, which has moved by now.
+        std::uninitialized_copy_n(values.data(), added, items(block_) + block_->size);
+        block_->size += added;
     }
 
     template <class... Arguments>
@@ -248,7 +255,12 @@ public:
         }
         const T copy(value);
         makeRoom(newSize);
-        while (size() < newSize) emplaceBack(copy);
+        if constexpr (std::is_trivially_copyable_v<T>) {
+            std::uninitialized_fill_n(items(block_) + size(), newSize - size(), copy);
+            block_->size = newSize;
+        } else {
+            while (size() < newSize) emplaceBack(copy);
+        }
     }
 
     /// Gives this object a block of its own when it shares one.

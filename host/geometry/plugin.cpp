@@ -4,14 +4,12 @@
 #include "host/geometry/Matrix.h"
 #include "host/geometry/Path.h"
 #include "host/geometry/PathCollector.h"
-#include "tavrel/ClassEntry.h"
 #include "tavrel/NormalObject.h"
+#include "tavrel/plugin_exports.h"
 
 namespace tavrel_geometry {
 
 namespace {
-
-constexpr const char* kFrameworkVersion = "1.0.0";
 
 tav::List<tav::ClassEntry*> classEntries;
 
@@ -37,11 +35,6 @@ void registerPlainClass()
 
 extern "C" {
 
-TAV_EXPORT bool TavInitPlugin();
-TAV_EXPORT bool TavFreePlugin();
-TAV_EXPORT tav::List<tav::ClassEntry*>* initClasses();
-TAV_EXPORT const char* tavrelVersion();
-
 bool TavInitPlugin()
 {
     return true;
@@ -66,6 +59,6 @@ tav::List<tav::ClassEntry*>* initClasses()
 
 const char* tavrelVersion()
 {
-    return tavrel_geometry::kFrameworkVersion;
+    return tav::kFrameworkVersion;
 }
 }

@@ -135,7 +135,12 @@ TEST(Sequence, DetachesTheWriterAloneAndOnlyOnWriting)
     *copy.begin() = 8;
     copy.last() = 7;
     EXPECT_EQ(copy.constData(), own) << "a list of its own was copied";
-    EXPECT_THAT(copy, ElementsAre(8, 9, 7));
+    std::reverse(copy.begin(), copy.end());
+    EXPECT_THAT(copy, ElementsAre(7, 9, 8));
+    copy.reserve(50);
+    own = copy.constData();
+    while (copy.size() < 50) copy.append(0);
+    EXPECT_EQ(copy.constData(), own) << "the memory was there";
 
     tav::Vector<int> cleared(original);
     cleared.clear();
@@ -150,6 +155,7 @@ TEST(Sequence, AnswersIndicesOutsideTheListHarmlessly)
     list.insert(50, 3);
     list.remove(-1);
     list.remove(4);
+    EXPECT_THAT(list, ElementsAre(0, 1, 2, 3));
     list.remove(3, 1000);
     list.resize(-3);
     EXPECT_TRUE(list.isEmpty());

@@ -15,9 +15,13 @@ using namespace path_test;
 struct Outputs {
     Point3DF p = kUntouched, p2 = kUntouched;
     double x = 777, y = 777;
+    int k = 777;
     PathRef path;
 
-    bool untouched() const { return p == kUntouched && p2 == p && x == 777 && y == x && !path; }
+    bool untouched() const
+    {
+        return p == kUntouched && p2 == p && x == 777 && y == x && k == x && !path;
+    }
 };
 
 /// An operation with its result as a number (false is 0).
@@ -31,17 +35,20 @@ struct Operation {
     bool has(char trait) const { return traits.find(trait) != std::string::npos; }
 };
 
-/// Every operation on one set of arguments, made from the values that `next` hands out.
-std::vector<Operation> allOperations(int i, const std::function<double()>& next)
+/// Every operation on one set of arguments, made from the values that `next` hands out, points
+/// told from `origin`.
+std::vector<Operation> allOperations(int i, const std::function<double()>& next,
+                                     const Vec3& origin = {})
 {
     const auto point = [&] {
         const double x = next(), y = next();
-        return Point3DF(x, y, next());
+        return moved({x, y, next()}, origin);
     };
     const Point3DF a = point(), b = point(), c = point(), d = point();
     const double r = next(), r2 = next();
     const PathRef s = makePath({a, b, c}, {{0, d}, {1, point()}});
     const PathRef t = makePath({point(), point(), c}, {{1, point()}, {0, point()}});
+    const PathRef u = makePath({d, c});
     const tav::List<Point3DF> list{a, b, c, a};
     const auto matrix = geo::MatrixRef::create();
     matrix->initSquare(4, r);
@@ -54,14 +61,18 @@ std::vector<Operation> allOperations(int i, const std::function<double()>& next)
     }
     return {
         OPERATION("6", 0, "P", directionAngle3d(a, b, o.x)),
+        OPERATION("12", 0, "P", slopeAngle3d(a, b, o.x)),
         OPERATION("14", 0, "i", projectPointToSegmentLine3d(s, i, d, o.p)),
         OPERATION("15", -1, "PMi", projectPointToSegment(s, i, c, o.p)),
         OPERATION("16", 0, "PMi", segmentArcLength(s, i, o.x)),
+        OPERATION("17", 0, "", nearestPointOnPolyline(s, d, o.p, o.k, o.x)),
+        OPERATION("19", 0, "P", angleBetweenLines2d(a, b, c, d, o.x)),
         OPERATION("21", 0, "i", pointOffsetFromSegmentLine2d(s, i, d, o.x)),
         OPERATION("18", 0, "i", angleBetweenSegments3d(s, 0, t, i, o.x)),
         OPERATION("23", -1, "i", intersectSegments3d(s, i, t, 1, o.p)),
         OPERATION("24", -1, "i", intersectSegmentArc(s, i, t, 0, o.p, o.p2)),
         OPERATION("24", -1, "i", intersectSegmentArc(s, 0, t, i, o.p, o.p2)),
+        OPERATION("24", 0, "MAP", intersectSegmentArc(u, 0, s, 0, o.p, o.p2)),
         OPERATION("25", -1, "Mi", intersectArcs(s, 0, t, i, o.p, o.p2)),
         OPERATION("26", -1, "Mi", segmentArcIntersections(s, i, c, r, o.p, o.p2)),
         OPERATION("27", 0, "M", transformPoint3d(a, matrix, o.p)),
@@ -75,7 +86,10 @@ std::vector<Operation> allOperations(int i, const std::function<double()>& next)
         OPERATION("38", -1, "", polylineLength3d(s)),
         OPERATION("40", 0, "PM", pointDistFromPolyline(s, r, o.p)),
         OPERATION("41", 0, "PM", pointDistFromPolyline3d(s, r, o.p)),
+        OPERATION("42", 0, "P", pointRatioFromPointList(list, 0.7, o.p)),
+        OPERATION("43", 0, "PM", pointRatioFromPolyline(s, 0.3, o.p)),
         OPERATION("44", 0, "PM", pointRatioFromPolyline3d(s, 0.3, o.p)),
+        OPERATION("47", 0, "P", midPointOfPointList(list, o.p)),
         OPERATION("45", 0, "P", polygonCentroidOfPointList(list, o.p)),
         OPERATION("52", 0, "A", pathArcOp52(s, r, o.path)),
         OPERATION("arcBulge", 0, "P", arcBulge(a, b, d)),
@@ -119,7 +133,8 @@ TEST_F(Behaviour, FailedCreationsAreReportedAndEndInTheFailureValue)
                 EXPECT_EQ(result, operation.failure);
                 EXPECT_TRUE(out.untouched());
                 ASSERT_EQ(messages.assertions.size(), 1u);
-                const bool fixed = operation.name == std::string("28") && name == "IPath";
+                const std::string slot = operation.name;
+                const bool fixed = (slot == "28" || slot == "24") && name == "IPath";
                 const std::string report = name + " geometric " + (fixed ? "1304" : "");
                 EXPECT_EQ(messages.assertions[0].substr(0, report.size()), report);
             }
@@ -154,6 +169,39 @@ TEST_F(Behaviour, AnyValuesEndInFiniteResults)
                 (std::isfinite(result + out.x + out.y) && isFinite(out.p) && isFinite(out.p2));
             EXPECT_TRUE(finite) << operation.name;
         }
+}
+
+TEST_F(Behaviour, SurveyCoordinatesCostNoDigits)
+{
+    for (int round = 0; round < 500; ++round) {
+        std::vector<double> values(40);
+        for (double& value : values) value = below(512) / 64.0;
+        const int i = below(2);
+        const auto operations = [&](const Vec3& origin) {
+            return allOperations(
+                i, [&, k = 0u]() mutable { return values[k++]; }, origin);
+        };
+        const auto near = operations({}), far = operations(kSurvey);
+        for (std::size_t k = 0; k < near.size(); ++k) {
+            SCOPED_TRACE(near[k].name);
+            if (near[k].name == std::string("27")) continue;  // turns about the origin
+            Outputs wanted, found;
+            EXPECT_NEAR(near[k].run(g, wanted), far[k].run(g, found), 1e-6);
+            EXPECT_NEAR(std::hypot(found.x - wanted.x, found.y - wanted.y), 0, 1e-6);
+            EXPECT_EQ(found.k, wanted.k);
+            const auto expectSame = [](const Point3DF& p, const Point3DF& q) {
+                const bool marked = q == kUntouched || q == Point3DF();
+                EXPECT_POINT_NEAR(p, marked && p == q ? p : moved(q, kSurvey), 1e-6);
+            };
+            expectSame(found.p, wanted.p);
+            expectSame(found.p2, wanted.p2);
+            if (wanted.path) {
+                const auto p = pointsOf(found.path), q = pointsOf(wanted.path);
+                ASSERT_EQ(p.size(), q.size());
+                for (std::size_t j = 0; j < p.size(); ++j) expectSame(p[j], q[j]);
+            }
+        }
+    }
 }
 
 /// Overrides operations that others rest on, with answers that show.

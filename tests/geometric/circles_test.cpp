@@ -49,7 +49,7 @@ TEST_F(Circles, CornerCases)
     const double y = 4e6 + 0.1;
     const Point3DF none = kUntouched;
     const Case cases[] = {
-        {"full circle", {1, 0, 3}, {1, 0, 3}, {-1, 0, 5}, true, true, {}, {0, 0, 4}},
+        {"full circle", {1, 6, 3}, {1, 6, 3}, {-5, 2, 5}, true, true, {-2, 4, 0}, {-2, 4, 4}},
         {"upright", {-50, y, 0}, {50, y, 0}, {0, y, 10}, false, true, none, {0, y, -120}},
         {"on a line", {0.1, 0.1, 0}, {0.3, 0.3, 0}, {0.7, 0.7, 0}, false, false, none, none},
         {"not a number", {kNan, 0, 0}, {-1, 0, 0}, {0, 1, 0}, false, false, none, none},
@@ -64,6 +64,9 @@ TEST_F(Circles, CornerCases)
         EXPECT_EQ(g.circleFrom3Points3d(c.a, c.b, c.m, centre, radius), c.inSpace);
         EXPECT_POINT_NEAR(centre, c.spaceCentre, 1e-9);
         EXPECT_EQ(centre.y(), c.spaceCentre.y()) << "an upright arc keeps it to the bit";
+        if (c.inSpace) {
+            EXPECT_NEAR(radius, apart(centre, c.a), 1e-9);
+        }
     }
     ASSERT_TRUE(g.circleFrom3Points2d({1, 0, 0}, centre = {-1, 0, 0}, {0, 1, 0}, centre, radius));
     EXPECT_NEAR(radius, 1, 1e-15) << "output is an input";
@@ -84,12 +87,12 @@ TEST_F(Circles, DecimalTriplesOnALineHaveNone)
 TEST_F(Circles, TangentsRunCounterClockwise)
 {
     for (const double sweep : {kPi, -kPi}) {
-        const PathRef path = levelArc({}, 1, sweep < 0 ? kPi : 0, sweep).path();
+        const PathRef path = levelArc({3, 4, 5}, 2, sweep < 0 ? kPi : 0, sweep).path();
         double tx = 777, ty = 777;
-        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {0, -1, 0}, tx, ty)) << "beyond the chord";
-        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {1e-7, 0, 0}, tx, ty)) << "at the centre";
+        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {3, 2, 0}, tx, ty)) << "beyond the chord";
+        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {3 + 1e-7, 4, 0}, tx, ty)) << "at the centre";
         EXPECT_EQ(tx, 777);
-        ASSERT_TRUE(g.arcTangentAtPoint(path, 0, {0, 1, 4}, tx, ty));
+        ASSERT_TRUE(g.arcTangentAtPoint(path, 0, {3, 6, 4}, tx, ty));
         EXPECT_NEAR(std::hypot(tx + 1, ty), 0, 1e-15);
     }
 }

@@ -49,6 +49,7 @@ TEST_F(Intersections, Projections)
         {"behind the start, due west", west, {2, 1, 0}, 1, {2, 0, 0}},
         {"not a number", east, {kNan, 0, 0}, -1, kUntouched},
         {"arc, far side wins", most, {0.8, 0.6, 3}, 1, {-0.8, -0.6, 0}},
+        {"arc, near side", levelArc({}, 1, 0, kPi).path(), {0, 0.5, 3}, 1, {0, 1, 0}},
         {"arc, both beside it", levelArc({}, 1, 1.2, 0.7).path(), {5, 0, 0}, 0, kUntouched},
     };
     for (const auto& [name, path, q, result, foot] : cases) {
@@ -93,13 +94,52 @@ TEST_F(Intersections, LineAndCircle)
 
 TEST_F(Intersections, Circles)
 {
+    const Point3DF hub(10, 20, 5);  // heights count for the same centre only
     const std::tuple<double, Point3DF, double, Meeting> cases[] = {
-        {1, {2, 0, 0}, 1, {1, {1, 0, 0}, kZero}},   {4, {2, 0, 0}, 2, {1, {4, 0, 0}, kZero}},
-        {3, {1, 0, 0}, 2, {0, kZero, kZero}},  // touching from inside, sizes alike
-        {4e-7, {0, 0, 5}, 4e-7, {0, kZero, kZero}}, {1e308, {1e308, 1e308, 0}, 1e308, {-1}},
+        {1, {12, 20, 0}, 1, {1, {11, 20, 0}, kZero}},
+        {4, {12, 20, 0}, 2, {1, {14, 20, 0}, kZero}},
+        {2, {10, 18, 0}, 4, {1, {10, 22, 0}, kZero}},
+        {3, {11, 20, 0}, 2, {0, kZero, kZero}},  // touching from inside, sizes alike
+        {4e-7, {10, 20, 0}, 4e-7, {0, kZero, kZero}},
+        {-3, {10 + 9e-7, 20, 5}, -3, {3}},
+        {3, {10, 20, 5}, 2, {-1}},
+        {1e308, {1e308, 1e308, 0}, 1e308, {-1}},
     };
     for (const auto& [r1, c2, r2, wanted] : cases)
-        expect(wanted, g.intersectCircles({}, r1, c2, r2, p[0], p[1]));
+        expect(wanted, g.intersectCircles(hub, r1, c2, r2, p[0], p[1]));
+    for (int round = 0; round < 1000; ++round) {
+        const Point3DF c1 = inPlan(anyPoint(100));
+        const Vec3 d = uniform(5, 50) * anyDirection();
+        const double r1 = uniform(1, 60), r2 = uniform(1, 60), size = length(d);
+        const bool meet = size < r1 + r2 && size > std::fabs(r1 - r2);
+        if (r2 * r2 > r1 * r1 + size * size) continue;  // points behind the first centre
+        ASSERT_EQ(g.intersectCircles(c1, r1, moved(c1, d), r2, p[0], p[1]), meet ? 2 : 0);
+        for (const double side : {-1.0, 1.0}) {
+            const Vec3 found = between(c1, p[side < 0 ? 0 : 1]);
+            if (!meet) continue;
+            EXPECT_NEAR(length(found), r1, 1e-6);
+            EXPECT_NEAR(length(found - d), r2, 1e-6);
+            EXPECT_GE(side * planCross(d, found), 0) << "right of the line of centres, then left";
+        }
+    }
+}
+
+TEST_F(Intersections, SegmentLineAndArc)
+{
+    const PathRef arc = makePath({{1, 0, 7}, {-1, 0, 7}}, {{0, {0, 1, 7}}, {0, {0, -1, 0}}});
+    const std::tuple<Point3DF, Point3DF, Meeting> cases[] = {
+        {{0.6, -3, 0}, {0.6, -2, 0}, {1, {0.6, 0.8, 0}}},  // the second of two, beyond the segment
+        {{-5, 0.6, 0}, {5, 0.6, 0}, {2, {-0.8, 0.6, 0}, {0.8, 0.6, 0}}},
+        {{-5, 1, 0}, {5, 1, 0}, {1, {0, 1, 0}}},
+        {{-5, -1, 0}, {5, -1, 0}, {0}},
+        {{0, 1, 0}, {0, 1, 0}, {0}},
+    };
+    for (const auto& [from, to, wanted] : cases)
+        expect(wanted, g.intersectSegmentArc(makePath({from, to}), 0, arc, 0, p[0], p[1]));
+    const PathRef line = makePath({{}, {1, 0, 0}});
+    expect({-1}, g.intersectSegmentArc(line, 0, line, 0, p[0], p[1]));
+    const PathRef collinear = makePath({{}, {2, 0, 0}}, {{0, {1, 0, 0}}});
+    expect({0}, g.intersectSegmentArc(line, 0, collinear, 0, p[0], p[1]));
 }
 
 // Against the arcs' own shapes: the points of both circles that lie within both sweeps, in order.
@@ -170,6 +210,7 @@ TEST_F(Intersections, ChordsInSpace)
         {"an end within reach", {5, 9e-7, 1}, {5, 3, 1}, 1, {5, 0, 1}},
         {"an end out of reach", {5, 1.1e-6, 1}, {5, 3, 1}, 0, kUntouched},
         {"overlap from before", {-5, 5e-7, 1}, {4, 5e-7, 1}, 2, {0, 0, 1}},
+        {"overlap from inside", {20, 5e-7, 1}, {4, 5e-7, 1}, 2, {4, 0, 1}},
         {"end to end on one line", {10, 0, 1}, {20, 0, 1}, 1, {10, 0, 1}},
         {"no length", {4, 0, 1}, {4, 0, 1}, -1, kUntouched},
     };

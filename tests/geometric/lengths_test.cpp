@@ -70,6 +70,7 @@ TEST_F(Lengths, CornerCases)
     const PathRef repeated =
         makePath({{1, 0, 0}, {-1, 0, 0}}, {{3, {9, 9, 9}}, {0, {0, 1, 0}}, {0, {0, -7, 0}}});
     const std::tuple<const char*, PathRef, double, double> cases[] = {
+        {"one point", makePath({{1, 2, 3}}), -1, -1},
         {"overflow", makePath({{}, {1e300, 0, 0}}), -1, -1},
         {"nearly a full circle", levelArc({}, 100, 0, 2 * kPi - 1e-5).path(), nearly, nearly},
         {"upright arc", makePath({{-50, 4e6, 0}, {50, 4e6, 0}}, {{0, {0, 4e6, 10}}}), 100,
@@ -80,6 +81,9 @@ TEST_F(Lengths, CornerCases)
     for (const auto& [name, path, plan, space] : cases) {
         EXPECT_NEAR(g.polylineLength2d(path), plan, 1e-9 * (1 + plan)) << name;
         EXPECT_NEAR(g.polylineLength3d(path), space, 1e-9 * (1 + space)) << name;
+        PathRef chords;
+        EXPECT_EQ(g.pathArcOp52(path, 1e-6, chords), pointsOf(path).size() > 1);
+        EXPECT_TRUE(space < 0 || std::fabs(g.polylineLength3d(chords) / space - 1) < 1e-6) << name;
     }
 }
 
@@ -93,6 +97,9 @@ TEST_F(Lengths, NumbersOfChords)
         ASSERT_TRUE(g.pathArcOp52(same = circle, sagitta, same)) << "output is the input";
         EXPECT_EQ(pointsOf(same).size(), count) << sagitta;
     }
+    ASSERT_TRUE(g.pathArcOp52(makePath({{3, 5, 0}, {3, 5, 0}}, {{0, {3, 5, 10}}}), 0.1, same));
+    for (const Point3DF& p : pointsOf(same))
+        EXPECT_TRUE(p.y() == 5 && std::fabs(apart(p, {3, 5, 5}) - 5) < 1e-12) << "upright";
     const PathRef before = same;
     for (const double sagitta : {0.0, kNan}) EXPECT_FALSE(g.pathArcOp52(circle, sagitta, same));
     EXPECT_EQ(same, before);

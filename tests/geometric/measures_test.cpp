@@ -73,9 +73,11 @@ TEST_F(Measures, Angles)
     const std::tuple<Vec3, Vec3, double, double> cases[] = {
         {{1, 0, 0}, {-1, 1, 0}, 5 * kPi / 4, 3 * kPi / 4},  // obtuse in plan: the rest
         {{1, 0, 0}, {1, -1, 0}, kPi / 4, kPi / 4},          // acute in plan: no sense
-        {{1, 0, 5}, {-1, 0, 2}, kPi, kPi},                  // level y: plan directions, no heights
-        {{0, 0, 1}, {-1, 0, 0}, kNone, kPi},                // no plan length: direction 0
-        {{0, 1, 5}, {0, 9, 4}, 0, 2 * kPi - turn},          // downwards: beyond pi
+        {{1, 0, 0}, {9e-7, 2, 0}, kPi / 2, kPi / 2 - 4.5e-7},
+        {{1, 0, 0}, {0, -1, 0}, 1.5 * kPi, kPi / 2},  // perpendicular in plan: with its sense
+        {{1, 0, 5}, {-1, 0, 2}, kPi, kPi},            // level y: plan directions, no heights
+        {{0, 0, 1}, {-1, 0, 0}, kNone, kPi},          // no plan length: direction 0
+        {{0, 1, 5}, {0, 9, 4}, 0, 2 * kPi - turn},    // downwards: beyond pi
         {{1, 1, 0}, {-1, -1 - 1e-9, 0}, kPi + 5e-10, kPi - 5e-10},
         {{0, kNan, 0}, {1, 0, 0}, kNone, kNone},
     };
@@ -83,6 +85,29 @@ TEST_F(Measures, Angles)
         EXPECT_NEAR(angle2d(u, v), plan, 1e-14) << plan;
         EXPECT_NEAR(angle3d(u, v), space, 1e-14) << space;
     }
+}
+
+TEST_F(Measures, PointsMadeOfPoints)
+{
+    Point3DF p(1, 2, 3);
+    g.pointAlongVector(p, {0, 3, -4}, 10, p);
+    g.raisePoint(p, 0.5, p);
+    EXPECT_EQ(p, Point3DF(1, 8, -4.5));
+    for (const double none : {9e-7, kNan, kInfinity, 1e200}) {
+        g.pointAlongVector(p = {1, 2, 3}, {none, 0, 0}, 10, p);
+        EXPECT_EQ(p, Point3DF(1, 2, 3));
+    }
+    for (double angle = -7; angle < 9; angle += 0.1) {
+        g.polarPoint(p = {1, 2, 3}, angle, 5, p);
+        EXPECT_POINT_NEAR(p, Point3DF(1 + 5 * std::cos(angle), 2 + 5 * std::sin(angle), 3), 1e-14);
+    }
+    const auto m = geo::MatrixRef::create();
+    m->initSquare(4, 1.0);
+    m->setValue(1, 3, 10);
+    ASSERT_TRUE(g.transformPoint3d({1, 2, 3}, m, p));
+    EXPECT_EQ(p, Point3DF(7, 16, 7)) << "no division by the fourth component";
+    m->initSquare(3, 1.0);
+    EXPECT_FALSE(g.transformPoint3d(p, m, p) || g.transformPoint3d(p, {}, p));
 }
 
 TEST_F(Measures, SideOfALineIsToldByArea)
@@ -93,9 +118,12 @@ TEST_F(Measures, SideOfALineIsToldByArea)
                                                       {1e4, 1.1e-10, false},
                                                       {0, 1, true},
                                                       {1, kNan, false}};
-    for (const auto& [chord, y, same] : cases) {
-        EXPECT_EQ(g.sameSideOfLine({}, {chord, 0, 0}, {0, y, 0}, {0, -5, 0}), same) << y;
-    }
+    for (const auto& [chord, y, same] : cases)
+        for (const double sign : {1, -1}) {
+            const Point3DF end(chord, 0, 0), near(0, sign * y, 0), beyond(0, sign * -5, 0);
+            EXPECT_EQ(g.sameSideOfLine({}, end, near, beyond), same) << sign * y;
+            EXPECT_EQ(g.sameSideOfLine({}, end, beyond, near), same) << sign * y;
+        }
 }
 
 }  // namespace

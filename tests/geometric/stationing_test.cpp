@@ -60,6 +60,35 @@ TEST_F(Stationing, StraightPaths)
     EXPECT_EQ(at(broken, 3), Place());
 }
 
+TEST_F(Stationing, Ratios)
+{
+    const std::vector<Point3DF> corners{{1, 2, 5}, {4, 6, 5}, {4, 6, 17}};
+    const std::tuple<double, Place, Place> cases[] = {
+        {0, {1, 2, 0}, {1, 2, 5}},  {0.5, {2.5, 4, 0}, {4, 6, 8.5}},
+        {1, {4, 6, 0}, {4, 6, 17}}, {1 + 1e-15, {}, {}},
+        {-1e-300, {}, {}},          {kNan, {}, {}},
+    };
+    const PathRef path = makePath(corners);
+    for (const auto& [ratio, plan, space] : cases) {
+        EXPECT_EQ(at(path, ratio, &IGeometric::pointRatioFromPolyline), plan) << ratio;
+        EXPECT_EQ(at(path, ratio, &IGeometric::pointRatioFromPolyline3d), space) << ratio;
+    }
+    const tav::List<Point3DF> list{corners[0], corners[1], corners[2]};
+    Point3DF distance, ratio, middle;
+    EXPECT_TRUE(g.pointDistFromPointList(list, 2.5, distance) &&
+                g.midPointOfPolyline(path, middle));
+    EXPECT_TRUE(g.pointRatioFromPointList(list, 0.5, ratio) && middle == Point3DF(2.5, 4, 0));
+    EXPECT_TRUE(distance == middle && ratio == middle);
+    for (int round = 0; round < 200; ++round) {  // whose sums do not come out even
+        std::vector<Point3DF> points;
+        while (static_cast<int>(points.size()) < 2 + round % 6) points.push_back(anyPoint(100));
+        const PathRef odd = makePath(points, {{1, anyPoint(100)}, {4, anyPoint(100)}});
+        EXPECT_THAT(at(odd, 1, &IGeometric::pointRatioFromPolyline),
+                    isNear(inPlan(points.back()), 1e-6));
+        EXPECT_THAT(at(odd, 1, &IGeometric::pointRatioFromPolyline3d), isNear(points.back(), 1e-6));
+    }
+}
+
 // With the middle as arc point, up to a half circle, plan stations run along the true arc.
 TEST_F(Stationing, LevelArcsByRotationOfTheStartRadius)
 {
@@ -70,6 +99,7 @@ TEST_F(Stationing, LevelArcsByRotationOfTheStartRadius)
         const double t = uniform(0.01, 0.99);
         EXPECT_THAT(at(arc.path(), t * arc.length()), isNear(inPlan(arc.at(t)), 1e-6));
         EXPECT_THAT(at3d(arc.path(), t * arc.length()), isNear(arc.at(t), 1e-6));
+        EXPECT_TRUE(at(arc.path(), arc.length() + 1e-4).empty()) << arc.sweep;
         // The middle as a drawing stores it, to three decimals.
         const auto stored = [&](double share) {
             const Point3DF p = arc.at(share);
@@ -84,7 +114,8 @@ TEST_F(Stationing, TiltedArcsRunThroughTheirArcPoint)
 {
     for (int round = 0; round < 2000; ++round) {
         const double radius = round % 2 ? uniform(1, 100) : uniform(0.003, 0.05);
-        const TurnedArc arc = tiltedArc(random, {}, radius, uniform(0.3, kPi - 0.05));
+        const Point3DF centre = round % 2 ? anyPoint(100) : Point3DF();
+        const TurnedArc arc = tiltedArc(random, centre, radius, uniform(0.3, kPi - 0.05));
         if (arc.at(1).z() < arc.at(0).z()) {
             const double counted = radius * (2 * kPi - arc.sweep);
             EXPECT_TRUE(at3d(arc.path(), counted + 1e-5).empty());
@@ -92,7 +123,7 @@ TEST_F(Stationing, TiltedArcsRunThroughTheirArcPoint)
             continue;
         }
         const double t = uniform(0.05, 0.95);
-        EXPECT_THAT(at3d(arc.path(uniform(0.2, 0.8)), t * arc.length()), isNear(arc.at(t), 1e-8));
+        EXPECT_THAT(at3d(arc.path(uniform(0.2, 0.8)), t * arc.length()), isNear(arc.at(t), 1e-6));
     }
 }
 

@@ -58,15 +58,15 @@ TEST_F(Construction, ArcCornerCases)
 
 TEST_F(Construction, Circles)
 {
-    Point3DF a(0, 0, 5), b(4, 0, 5), c(1, 2, 3);
+    Point3DF a(0, 1, 5), b(6, 9, 5), c(1, 2, 3);
     GeoCircle circle;
     EXPECT_TRUE(setUp.circleOnDiameter(a, b, circle));
-    EXPECT_TRUE(circle.centre == Point3DF(2, 0, 0) && circle.radius == 2 && a.z() == 0);
+    EXPECT_TRUE(circle.centre == Point3DF(3, 5, 0) && circle.radius == 5 && a.z() == 0);
     EXPECT_TRUE(setUp.circleOnDiameter(a, a, circle)) << "coincident: left as it was";
     for (const double radius : {0.0, kNan}) EXPECT_FALSE(setUp.makeCircle(c, radius, circle));
     a.setX(kNan);
     EXPECT_FALSE(setUp.circleOnDiameter(a, b, circle));
-    EXPECT_TRUE(circle.radius == 2 && c.z() == 3);
+    EXPECT_TRUE(circle.radius == 5 && c.z() == 3);
     EXPECT_TRUE(setUp.makeCircle(c, 1e-9, circle) && circle.centre == c && c.z() == 0);
 }
 
@@ -84,18 +84,26 @@ TEST_F(Construction, FailedCreationsAreReportedWithTheirLines)
         return setUp.arcThrough3Points({}, {1, 0, 0}, {0, 1, 0}, start, end, middle);
     };
     const auto diameter = [&] { return setUp.circleOnDiameter(p, q, circle); };
-    const auto insert = [&] { return setUp.insertPathPoint(path, 1, {5, 5, 5}); };
-    const auto split = [&] { return setUp.splitPathIntoSegments(path, pieces), false; };
-    const auto reverse = [&] { return setUp.reversePath(path), false; };
     const std::tuple<std::string, int, std::function<bool()>, int> cases[] = {
-        {"IPath", 0, insert, 77},
-        {"IPath", 0, split, 481},
-        {"IPointCollection", 0, reverse, 760},
+        {"IPath", 0,
+         [&] {
+             return setUp.insertPathPoint(path, 1, {5, 5, 5});
+         },
+         77},
+        {"IPath", 0, [&] { return setUp.removePathPoint(path, 1); }, 195},
+        {"IPath", 0, [&] { return setUp.setSegmentArc(path, 0, p, q, {}); }, 311},
+        {"IPath", 0, [&] { return setUp.splitPathIntoSegments(path, pieces), false; }, 481},
+        {"IPointCollection", 0, [&] { return setUp.reversePath(path), false; }, 760},
         {"IPath", 0, arc3d, 504},
+        {"IGeometric", 0, arc3d, 509},
         {"IMatrix", 0, arc3d, 534},
         {"IMatrix", 1, arc3d, 539},
+        {"IGeometric", 0, arc, 574},
+        {"IPointCollection", 0, arc, 576},
+        {"IPath", 0, arc, 655},
         {"IPath", 1, arc, 660},
         {"IPointCollection", 0, diameter, 739},
+        {"IGeometric", 0, diameter, 745},
     };
     for (const auto& [name, skip, run, line] : cases) {
         Messages messages;
@@ -105,6 +113,7 @@ TEST_F(Construction, FailedCreationsAreReportedWithTheirLines)
         EXPECT_EQ(messages.assertions, std::vector{report});
     }
     EXPECT_TRUE(path == two && pieces->pieceCount() == 0) << "the caller keeps the old path";
+    EXPECT_TRUE(middle == kUntouched && start == middle && end == middle && circle.radius == 0);
 }
 
 }  // namespace

@@ -42,7 +42,11 @@ TEST_F(Editing, RandomSequences)
             const Model before = model;
             const PathRef old = path;
             const int n = static_cast<int>(model.points.size()), i = below(n + 2) - 1;
-            const Point3DF p(below(6), below(6), 0), q(below(6), below(6), 0), m(9, below(9), 1);
+            const auto any = [&](int k) {  // every second one a vertex
+                return below(2) && 0 <= k && k < n ? model.points[static_cast<std::size_t>(k)]
+                                                   : Point3DF(below(6), below(6), 0);
+            };
+            const Point3DF p = any(i), q = any(i + 1), m(9, below(9), 1);
             const bool inside = 0 <= i && i <= n;
             bool expected = true, result = true;
             const int what = below(8);

@@ -29,6 +29,7 @@ TAV_EXPORT bool TavFreePlugin()
 
 TAV_EXPORT tav::List<tav::ClassEntry*>* initClasses()
 {
+    if (isOddity("gives no list")) return nullptr;
     static tav::List<tav::ClassEntry*> entries;
     entries = {nullptr, new tav::CppClassEntry(0, "odd.class", "clsid_odd", tav::kLangCpp, {},
                                                nullptr, nullptr)};
