@@ -8,6 +8,7 @@
 #include "common/detail/point_grid.h"
 #include "common/detail/primitives.h"
 #include "common/detail/ring_pieces.h"
+#include "detail/exact_class.h"
 
 namespace detail = calcora::detail;
 
@@ -78,6 +79,22 @@ Point2DF placeOnSegment(IcommonFunc& geometry, const Point2DF& a, const Point2DF
     return a + place;
 }
 
+/// bulgePolygonArea without anything beside the chords.
+double straightRingArea(const IcommonFunc::Points& points)
+{
+    const Point2DF* vertex = points.constData();
+    const Point2DF origin = vertex[0];
+    const int n = points.size();
+    double area = 0.0;
+    Point2DF from = vertex[0] - origin;
+    for (int i = 1; i <= n; ++i) {
+        const Point2DF to = vertex[i < n ? i : 0] - origin;
+        area += (from.x() + to.x()) * 0.5 * (from.y() - to.y());
+        from = to;
+    }
+    return area;
+}
+
 double interpolate(double from, double to, double fraction)
 {
     return from + fraction * (to - from);
@@ -101,6 +118,8 @@ double commonFunc::bulgePolylineLength(const Points& points, const Values& bulge
 double commonFunc::bulgePolygonArea(const Points& points, const Values& bulges)
 {
     if (points.isEmpty()) return 0.0;
+    if (detail::isExactly(*this) && detail::isStraightRing(points, bulges))
+        return straightRingArea(points);
     double area = 0.0;
     for (const detail::RingPiece& piece :
          detail::cutRingAtArcExtremes(*this, points, bulges, points[0])) {

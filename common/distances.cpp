@@ -1,12 +1,16 @@
 // Distances and nearest points.
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "common/commonFunc.h"
 #include "common/detail/bulges.h"
+#include "common/detail/plain_functions.h"
 #include "common/detail/primitives.h"
+#include "common/detail/vertex_boxes.h"
 
 using namespace calcora;
 using detail::bulgeAt;
@@ -19,6 +23,9 @@ namespace {
 
 /// |bulge|: a segment with a smaller one is measured along its chord.
 constexpr double kStraightBulgeForDistance = 1e-6;
+
+/// Up to this many vertices a polyline is walked plainly.
+constexpr int kFewVertices = 2 * detail::kEdgesInBox;
 
 /// A segment and the asked point p, seen from the end that is nearer to p (from b on ties).
 struct NearerEndView {
@@ -39,7 +46,9 @@ NearerEndView viewFromNearerEnd(const Point2DF& p, const Point2DF& a, const Poin
 double lineDistSquared(const Point2DF& along, const Point2DF& toPoint, double alongSquared)
 {
     const double area = cross(along, toPoint);
-    return area * area / alongSquared;
+    const double areaSquared = area * area;
+    const bool isInRange = areaSquared > 0 && std::isfinite(areaSquared);
+    return isInRange ? areaSquared / alongSquared : area * (area / alongSquared);
 }
 
 /// The nearest place found so far on a figure.
@@ -66,6 +75,28 @@ struct Nearest {
         if (outParam) *outParam = index + fraction;
     }
 };
+
+/// Looks at the stretch of the polyline whose box is nearest to p, then at those that may come
+/// nearer than what has been found; each once.
+template <class LookAt>
+void visitByNearness(const Point2DF* vertex, int n, const Point2DF& p, const Nearest& best,
+                     LookAt&& lookAt)
+{
+    std::vector<double> atLeast;
+    atLeast.reserve(static_cast<std::size_t>(n / detail::kEdgesInBox + 1));
+    const auto lastOf = [n](int first) { return std::min(first + detail::kEdgesInBox, n - 1); };
+    for (int first = 0; first + 1 < n; first = lastOf(first))
+        atLeast.push_back(
+            detail::computedDistanceAtLeast(detail::boxOf(vertex, first, lastOf(first)), p));
+    const auto nearest = std::min_element(atLeast.begin(), atLeast.end()) - atLeast.begin();
+    const int start = static_cast<int>(nearest) * detail::kEdgesInBox;
+    lookAt(start, lastOf(start));
+    const double* bound = atLeast.data();
+    for (int first = 0; first + 1 < n; first = lastOf(first), ++bound) {
+        const bool isBeyond = best.found && *bound > 0 && *bound * *bound > best.distanceSquared;
+        if (first != start && !isBeyond) lookAt(first, lastOf(first));
+    }
+}
 
 bool hasNoLength(const Point2DF& a, const Point2DF& b)
 {
@@ -115,12 +146,7 @@ ArcView viewArc(IcommonFunc& common, const Point2DF& p, const Point2DF& a, const
 
 double commonFunc::pointSegmentDistSquared(const Point2DF& p, const Point2DF& a, const Point2DF& b)
 {
-    const NearerEndView view = viewFromNearerEnd(p, a, b);
-    const double ahead = scalarProduct(view.along, view.toPoint);
-    if (ahead <= 0) return lengthSquared(view.toPoint);
-    const double alongSquared = lengthSquared(view.along);
-    if (ahead >= alongSquared) return detail::pointDistSquared(p, b);
-    return lineDistSquared(view.along, view.toPoint, alongSquared);
+    return detail::pointSegmentDistSquared(*this, p, a, b);
 }
 
 double commonFunc::pointLineDistSquared(const Point2DF& p, const Point2DF& a, const Point2DF& b)
@@ -142,12 +168,23 @@ double commonFunc::pointLineSignedDist(const Point2DF& p, const Point2DF& a, con
 
 double commonFunc::pointPolylineDistSquared(const Point2DF& p, const Points& polyline)
 {
-    Nearest best;
-    for (int i = 0; i + 1 < polyline.size(); ++i) {
-        const double candidate = pointSegmentDistSquared(p, polyline[i], polyline[i + 1]);
-        if (best.isImprovedBy(candidate)) best.take(candidate, p, i, 0.0);
-    }
-    return best.distanceSquared;
+    const Point2DF* vertex = polyline.constData();
+    const int n = polyline.size();
+    return detail::withFunctionsOf(*this, [&](auto& functions) {
+        Nearest best;
+        const auto lookAt = [&](int first, int last) {
+            for (int i = first; i < last; ++i) {
+                const double candidate =
+                    functions.pointSegmentDistSquared(p, vertex[i], vertex[i + 1]);
+                if (best.isImprovedBy(candidate)) best.take(candidate, p, i, 0.0);
+            }
+        };
+        if (functions.kIsPlain && n > kFewVertices)
+            visitByNearness(vertex, n, p, best, lookAt);
+        else
+            lookAt(0, n - 1);
+        return best.distanceSquared;
+    });
 }
 
 double commonFunc::nearestOnPolyline(const Point2DF& p, const Points& polyline, Point2DF& outPoint,

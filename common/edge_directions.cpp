@@ -109,21 +109,20 @@ double commonFunc::dominantEdgeDirection(const PointLists& rings)
 void commonFunc::intersectDirectionLines(Point2DF p1, double angle1, Point2DF p2, double angle2,
                                          Point2DF& out)
 {
+    const Point2DF u1(std::cos(angle1), std::sin(angle1));
+    const Point2DF u2(std::cos(angle2), std::sin(angle2));
+    const double sine = cross(u1, u2);
     const double steepness1 = std::fabs(angle1 - kPi / 2);
     const double steepness2 = std::fabs(angle2 - kPi / 2);
+    if (!(std::fabs(sine) >= kParallelSine)) return;
     if (steepness1 <= kBothVertical && steepness2 <= kBothVertical) return;
     Point2DF meeting;
-    if (steepness1 < kVerticalLine) {
+    if (steepness1 < kVerticalLine)
         meeting = {p1.x(), (p1.x() - p2.x()) * std::tan(angle2) + p2.y()};
-    } else if (steepness2 < kVerticalLine) {
+    else if (steepness2 < kVerticalLine)
         meeting = {p2.x(), (p2.x() - p1.x()) * std::tan(angle1) + p1.y()};
-    } else {
-        const Point2DF u1(std::cos(angle1), std::sin(angle1));
-        const Point2DF u2(std::cos(angle2), std::sin(angle2));
-        const double sine = cross(u1, u2);
-        if (!(std::fabs(sine) >= kParallelSine)) return;
+    else
         meeting = p1 + (cross(p2 - p1, u2) / sine) * u1;
-    }
     if (isFinite(meeting)) out = meeting;
 }
 

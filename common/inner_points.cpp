@@ -247,15 +247,16 @@ tav::Point2DF commonFunc::innerPointOfRing(const Points& ring, const Values& bul
 
 tav::Point2DF commonFunc::innerPointOfRegion(const PointLists& rings, const ValueLists& bulgeLists)
 {
-    const auto firstFilled =
-        std::find_if(rings.begin(), rings.end(), [](const Points& r) { return !r.isEmpty(); });
-    if (firstFilled == rings.end()) return {};
+    PointLists filled;  // an empty ring would pull the box to the origin
+    for (const Points& ring : rings)
+        if (!ring.isEmpty()) filled.append(ring);
+    if (filled.isEmpty()) return {};
     double minX = 0, minY = 0, maxX = 0, maxY = 0;
-    polylinesExtents(rings, minX, minY, maxX, maxY);
+    polylinesExtents(filled, minX, minY, maxX, maxY);
     ScanLine scan(*this, minX - kRegionScanReach, minY, maxX + kRegionScanReach, maxY);
     for (int i = 0; i < rings.size(); ++i)
         scan.meet(rings[i], i < bulgeLists.size() ? bulgeLists[i] : Values());
-    return scan.innerPoint(firstFilled->first(), [&](const Point2DF& p) {
+    return scan.innerPoint(filled.at(0).at(0), [&](const Point2DF& p) {
         return pointInBulgeRegion(rings, bulgeLists, p) == kInside;
     });
 }

@@ -5,8 +5,14 @@
 #include <limits>
 #include <utility>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "common/commonFunc.h"
+#include "common/detail/plain_functions.h"
 #include "common/detail/sort_points.h"
+#include "detail/roots.h"
 
 namespace {
 
@@ -16,17 +22,24 @@ using tav::Point2DF;
 constexpr double kVerticalEdgeWidth = 1e-10;
 /// Square units: a running weight nearer to 0 does not divide. ringCentroid().
 constexpr double kSmallestWeight = 1e-10;
-/// Drawing units: beyond this a ring is walked relative to its first vertex. ringCentroid().
+/// Drawing units: beyond this a ring is measured from its first vertex. ringCentroid().
 constexpr double kLocalOriginLimit = 1e4;
+
+/// An area below this share of its parts is their rounding. ringCentroid().
+constexpr double kAreaRounding = 2e-15;
+
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
 /// The centre of parts added one by one, with their total signed area as weight.
 struct WeightedCentre {
     double x = 0.0;
     double y = 0.0;
     double weight = 0.0;
+    double size = 0.0;  ///< of all parts, without sign
 
     void add(double partX, double partY, double partWeight)
     {
+        size += std::fabs(partWeight);
         const double total = weight + partWeight;
         if (!(std::fabs(total) >= kSmallestWeight)) return;
         x = (weight * x + partWeight * partX) / total;
@@ -35,13 +48,110 @@ struct WeightedCentre {
     }
 };
 
-/// Where to measure the ring from: its first vertex when it lies far out, else the origin.
-Point2DF localOrigin(const tav::Vector<Point2DF>& ring)
+/// The common centre; not a number when the weights cancel but for rounding.
+Point2DF centreOf(const WeightedCentre& a, const WeightedCentre& b)
 {
-    const bool farOut = std::any_of(ring.begin(), ring.end(), [](const Point2DF& p) {
+    const double total = a.weight + b.weight;
+    if (!(std::fabs(total) > kAreaRounding * (a.size + b.size))) return {kNoNumber, kNoNumber};
+    return {(a.weight * a.x + b.weight * b.x) / total, (a.weight * a.y + b.weight * b.y) / total};
+}
+
+bool liesFarOut(const tav::Vector<Point2DF>& ring)
+{
+    return std::any_of(ring.begin(), ring.end(), [](const Point2DF& p) {
         return std::fabs(p.x()) > kLocalOriginLimit || std::fabs(p.y()) > kLocalOriginLimit;
     });
-    return farOut ? ring.first() : Point2DF();
+}
+
+/// The centre of area from the triangles over vertex 0; not a number without an area.
+Point2DF centreAboutFirst(const tav::Vector<Point2DF>& ring)
+{
+    const Point2DF& origin = ring.first();
+    double area = 0, size = 0, x = 0, y = 0;
+    for (int i = 1; i + 1 < ring.size(); ++i) {
+        const Point2DF u = ring[i] - origin;
+        const Point2DF v = ring[i + 1] - origin;
+        const double part = calcora::detail::cross(u, v);
+        area += part;
+        size += std::fabs(part);
+        x += part * (u.x() + v.x());
+        y += part * (u.y() + v.y());
+    }
+    const double base = std::fabs(area) > kAreaRounding * size ? 3 * area : kNoNumber;
+    return origin + Point2DF(x / base, y / base);
+}
+
+/// For each term of a sum, the share of all terms' sizes by which two orders of adding it up may
+/// differ: one rounding of 2^-53 each, and a little.
+constexpr double kSumRounding = 2.5e-16;
+/// Square units: a sum of sizes from which halving the terms loses nothing that matters.
+constexpr double kHalvedExactly = 1e-290;
+
+/// Signed area of the ring, positive when clockwise, and the sum of the sizes of its terms.
+struct TrapezoidSum {
+    double area = 0.0;
+    double size = 0.0;
+};
+
+/// Relative to vertex 0: far from the origin the trapezoids are large and their sum is all rounding.
+double plainTrapezoids(const tav::Vector<Point2DF>& ring)
+{
+    const int n = ring.size();
+    if (n == 0) return 0.0;
+    const Point2DF* vertex = ring.constData();
+    const double x0 = vertex[0].x();
+    const double y0 = vertex[0].y();
+    double area = 0.0;
+    double xBefore = 0.0;
+    double yBefore = 0.0;
+    for (int i = 1; i < n; ++i) {
+        const double x = vertex[i].x() - x0;
+        const double y = vertex[i].y() - y0;
+        area += (y + yBefore) * (x - xBefore) * 0.5;
+        xBefore = x;
+        yBefore = y;
+    }
+    return area + yBefore * -xBefore * 0.5;
+}
+
+/// Twice the same terms, added up two by two.
+TrapezoidSum doubledTrapezoids(const tav::Vector<Point2DF>& ring)
+{
+    const int n = ring.size();
+    TrapezoidSum sum;
+    int i = 1;
+#if defined(__SSE2__)
+    if (n > 2) {
+        const auto* coordinates = reinterpret_cast<const double*>(ring.constData());
+        const __m128d origin = _mm_loadu_pd(coordinates);
+        const __m128d sign = _mm_set1_pd(-0.0);
+        __m128d area = _mm_setzero_pd();
+        __m128d size = _mm_setzero_pd();
+        __m128d before = _mm_setzero_pd();
+        for (; i + 1 < n; i += 2) {
+            const __m128d a = _mm_sub_pd(_mm_loadu_pd(coordinates + 2 * i), origin);
+            const __m128d b = _mm_sub_pd(_mm_loadu_pd(coordinates + 2 * i + 2), origin);
+            const __m128d width = _mm_sub_pd(_mm_unpacklo_pd(a, b), _mm_unpacklo_pd(before, a));
+            const __m128d height = _mm_add_pd(_mm_unpackhi_pd(a, b), _mm_unpackhi_pd(before, a));
+            const __m128d term = _mm_mul_pd(height, width);
+            area = _mm_add_pd(area, term);
+            size = _mm_add_pd(size, _mm_andnot_pd(sign, term));
+            before = b;
+        }
+        sum.area = _mm_cvtsd_f64(area) + _mm_cvtsd_f64(_mm_unpackhi_pd(area, area));
+        sum.size = _mm_cvtsd_f64(size) + _mm_cvtsd_f64(_mm_unpackhi_pd(size, size));
+    }
+#endif
+    const Point2DF* vertex = ring.constData();
+    Point2DF before = i > 1 ? vertex[i - 1] - vertex[0] : Point2DF();
+    for (; i <= n; ++i) {
+        const Point2DF next = i < n ? vertex[i] - vertex[0] : Point2DF();
+        const double term = (next.y() + before.y()) * (next.x() - before.x());
+        sum.area += term;
+        sum.size += std::fabs(term);
+        before = next;
+    }
+    return sum;
 }
 
 /// Coordinates summed up, with their number.
@@ -80,24 +190,27 @@ tav::Point2DF commonFunc::ringCentroid(const Points& ring)
 {
     const int n = ring.size();
     if (n == 0) return {};
-    const Point2DF origin = localOrigin(ring);
-    const Point2DF* vertex = ring.constData();
-    WeightedCentre rightward;
-    WeightedCentre leftward;
-    for (int i = 0; i < n; ++i) {
-        const Point2DF start = vertex[i] - origin;
-        const Point2DF end = vertex[i + 1 < n ? i + 1 : 0] - origin;
-        const double width = end.x() - start.x();
-        const double rise = end.y() - start.y();
-        if (!(std::fabs(width) >= kVerticalEdgeWidth)) continue;
-        WeightedCentre& side = width > 0 ? rightward : leftward;
-        side.add((start.x() + end.x()) / 2, start.y() / 2, width * start.y());
-        side.add((start.x() + 2 * end.x()) / 3, (2 * start.y() + end.y()) / 3, width * rise / 2);
+    Point2DF centre;
+    if (liesFarOut(ring)) {
+        centre = centreAboutFirst(ring);
+    } else {
+        const Point2DF* vertex = ring.constData();
+        WeightedCentre rightward;
+        WeightedCentre leftward;
+        for (int i = 0; i < n; ++i) {
+            const Point2DF& start = vertex[i];
+            const Point2DF& end = vertex[i + 1 < n ? i + 1 : 0];
+            const double width = end.x() - start.x();
+            const double rise = end.y() - start.y();
+            if (!(std::fabs(width) >= kVerticalEdgeWidth)) continue;
+            WeightedCentre& side = width > 0 ? rightward : leftward;
+            side.add((start.x() + end.x()) / 2, start.y() / 2, width * start.y());
+            side.add((start.x() + 2 * end.x()) / 3, (2 * start.y() + end.y()) / 3,
+                     width * rise / 2);
+        }
+        centre = centreOf(rightward, leftward);
     }
-    const double total = rightward.weight + leftward.weight;
-    const double x = (rightward.weight * rightward.x + leftward.weight * leftward.x) / total;
-    const double y = (rightward.weight * rightward.y + leftward.weight * leftward.y) / total;
-    if (std::isfinite(x) && std::isfinite(y)) return Point2DF(x, y) + origin;
+    if (std::isfinite(centre.x()) && std::isfinite(centre.y())) return centre;
     return pointsBoxCenterPoint(ring);
 }
 
@@ -116,26 +229,12 @@ int commonFunc::lowerLeftPointIndex(const Points& points)
     return best;
 }
 
-// Relative to vertex 0: far from the origin the trapezoids are large and their sum is all rounding.
 bool commonFunc::isClockwiseRing(const Points& ring)
 {
-    const int n = ring.size();
-    if (n == 0) return true;
-    const Point2DF* vertex = ring.constData();
-    const double x0 = vertex[0].x();
-    const double y0 = vertex[0].y();
-    double area = 0.0;
-    double xBefore = 0.0;
-    double yBefore = 0.0;
-    for (int i = 1; i < n; ++i) {
-        const double x = vertex[i].x() - x0;
-        const double y = vertex[i].y() - y0;
-        area += (y + yBefore) * (x - xBefore) * 0.5;
-        xBefore = x;
-        yBefore = y;
-    }
-    area += yBefore * -xBefore * 0.5;
-    return area >= 0;
+    const TrapezoidSum quick = doubledTrapezoids(ring);
+    const double noise = kSumRounding * ring.size() * quick.size;
+    const bool isSure = std::fabs(quick.area) > noise && quick.size > kHalvedExactly;
+    return isSure ? quick.area > 0 : plainTrapezoids(ring) >= 0;
 }
 
 void commonFunc::polylinesExtents(const PointLists& lists, double& minX, double& minY, double& maxX,
@@ -239,9 +338,24 @@ int commonFunc::centerPointsOnBox(const Points& points, double& cx, double& cy, 
 
 double commonFunc::polylineLength(const Points& points)
 {
-    double length = 0.0;
     const Point2DF* point = points.constData();
-    for (int i = 1, n = points.size(); i < n; ++i) length += pointDist(point[i - 1], point[i]);
+    const int n = points.size();
+    double length = 0.0;
+    if (!calcora::detail::isExactly(*this)) {
+        for (int i = 1; i < n; ++i) length += pointDist(point[i - 1], point[i]);
+        return length;
+    }
+    constexpr int kLanes = 32;
+    double chords[kLanes];
+    int i = 1;
+    for (; i + kLanes <= n; i += kLanes) {
+        for (int k = 0; k < kLanes; ++k)
+            chords[k] = calcora::detail::pointDistSquared(point[i + k - 1], point[i + k]);
+        calcora::detail::takeRoots(chords);
+        for (const double chord : chords) length += chord;
+    }
+    for (; i < n; ++i)
+        length += std::sqrt(calcora::detail::pointDistSquared(point[i - 1], point[i]));
     return length;
 }
 

@@ -7,8 +7,10 @@
 
 #include "common/commonFunc.h"
 #include "common/detail/bulges.h"
+#include "common/detail/plain_functions.h"
 #include "common/detail/ring_pieces.h"
 #include "common/detail/vec.h"
+#include "common/detail/vertex_boxes.h"
 
 namespace detail = calcora::detail;
 
@@ -20,11 +22,8 @@ enum Location : int { kInside = -1, kOnBoundary = 0, kOutside = 1, kTooFewVertic
 
 /// Square drawing units: an edge shorter than the root of this has no boundary of its own.
 constexpr double kShortEdgeSquared = 1e-8;
-/// Square drawing units: a point nearer to a segment's line than the root of this is on it.
-constexpr double kOnSegmentSquared = 1e-8;
-/// Square drawing units along a segment: rounding allowed at its ends, with its share of length.
-constexpr double kSegmentEndSlack = 1e-12;
-constexpr double kSegmentEndSlackPerLength = 2e-14;
+/// Drawing units: a point farther from a segment than this is not on it. isPointOnSegment()
+constexpr double kClearOfSegment = 2e-4;
 /// Drawing units: a point nearer to an arc's circle is on it.
 constexpr double kOnArc = 1e-6;
 /// Share of an arc by which a point on it may lie beyond its ends.
@@ -44,6 +43,37 @@ bool straddlesRay(const Point2DF& a, const Point2DF& b)
 bool rayCrossesEdge(const Point2DF& a, const Point2DF& b)
 {
     return straddlesRay(a, b) && 0 < (b.x() - a.x()) * -a.y() / (b.y() - a.y()) + a.x();
+}
+
+/// A crossing count along a ring.
+struct RingCount {
+    bool inside = false;
+    bool onBoundary = false;
+};
+
+/// Counts the edges from vertex `first` on to vertex `last` at once; false where they come too near
+/// to p for that. A stretch to the right of p is crossed an odd number of times when its ends lie on
+/// both sides of the ray, any other clear stretch is not crossed.
+bool countClearStretch(const Point2DF* vertex, int first, int last, const Point2DF& p,
+                       RingCount& count)
+{
+    const detail::VertexBox box = detail::boxOf(vertex, first, last);
+    if (!(detail::computedDistanceAtLeast(box, p) > kClearOfSegment)) return false;
+    const bool isToTheRight = box.gapTo(p).y() == 0 && box.low.x() > p.x();
+    if (isToTheRight && straddlesRay(vertex[first] - p, vertex[last] - p))
+        count.inside = !count.inside;
+    return true;
+}
+
+/// Counts the edge from `from` to `to` of a ring around the origin.
+template <class Functions>
+void countEdge(Functions& functions, const Point2DF& from, const Point2DF& to, RingCount& count)
+{
+    // A short edge is no boundary, but it closes the ring: left out of the count, it would turn
+    // inside and outside round for all points level with it.
+    const bool isShort = functions.pointDistSquared(to, from) < kShortEdgeSquared;
+    if (!isShort && functions.isPointOnSegment(kOrigin, to, from)) count.onBoundary = true;
+    if (rayCrossesEdge(to, from)) count.inside = !count.inside;
 }
 
 /// Whether the ray from the origin towards +x crosses a piece that rises or falls throughout.
@@ -91,20 +121,7 @@ int locateInRings(IcommonFunc& geometry, const IcommonFunc::PointLists& rings, L
 
 bool commonFunc::isPointOnSegment(const Point2DF& p, const Point2DF& a, const Point2DF& b)
 {
-    const bool isNearerToA = detail::pointDistSquared(p, a) < detail::pointDistSquared(p, b);
-    const Point2DF& near = isNearerToA ? a : b;
-    const Point2DF& far = isNearerToA ? b : a;
-    const Point2DF v = far - near;
-    const Point2DF w = p - near;
-    const double along = detail::dot(v, w);
-    const double lengthSquared = detail::lengthSquared(v);
-    if (!(lengthSquared > 0 && along >= -kSegmentEndSlack &&
-          along <= lengthSquared + kSegmentEndSlackPerLength * std::sqrt(lengthSquared) +
-                       kSegmentEndSlack))
-        return false;
-    // From the cross product: |w|^2 - along^2 / |v|^2 is all rounding on a long segment.
-    const double across = detail::cross(v, w);
-    return across * across / lengthSquared < kOnSegmentSquared;
+    return detail::isPointOnSegment(p, a, b);
 }
 
 bool commonFunc::isPointOnBulgeSegment(const Point2DF& p, const Point2DF& a, const Point2DF& b,
@@ -124,18 +141,21 @@ int commonFunc::pointInPolygon(const Points& ring, const Point2DF& p)
 {
     const int n = ring.size();
     if (n < 3) return kTooFewVertices;
-    bool inside = false;
-    Point2DF from = ring[n - 1] - p;
-    for (int i = 0; i < n; ++i) {
-        const Point2DF to = ring[i] - p;
-        // A short edge is no boundary, but it closes the ring: left out of the count, it would turn
-        // inside and outside round for all points level with it.
-        const bool isShort = pointDistSquared(to, from) < kShortEdgeSquared;
-        if (!isShort && isPointOnSegment(kOrigin, to, from)) return kOnBoundary;
-        if (rayCrossesEdge(to, from)) inside = !inside;
-        from = to;
-    }
-    return inside ? kInside : kOutside;
+    const Point2DF* vertex = ring.constData();
+    return detail::withFunctionsOf(*this, [&](auto& functions) {
+        RingCount count;
+        countEdge(functions, vertex[n - 1] - p, vertex[0] - p, count);
+        for (int first = 0; first + 1 < n && !count.onBoundary;) {
+            const int last = std::min(first + detail::kEdgesInBox, n - 1);
+            const bool isCounted =
+                functions.kIsPlain && countClearStretch(vertex, first, last, p, count);
+            for (int i = first; !isCounted && i < last; ++i)
+                countEdge(functions, vertex[i] - p, vertex[i + 1] - p, count);
+            first = last;
+        }
+        if (count.onBoundary) return kOnBoundary;
+        return count.inside ? kInside : kOutside;
+    });
 }
 
 int commonFunc::pointInBulgePolygon(const Points& ring, const Values& bulges, const Point2DF& p)

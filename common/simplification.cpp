@@ -5,9 +5,13 @@
 #include <vector>
 
 #include "common/commonFunc.h"
+#include "common/detail/farthest_vertex.h"
+#include "common/detail/plain_functions.h"
 
 namespace {
 
+namespace detail = calcora::detail;
+using Range = detail::VertexRange;
 using tav::Point2DF;
 
 /// Drawing units: a smaller tolerance simplifies nothing.
@@ -15,30 +19,36 @@ constexpr double kSmallestTolerance = 1e-7;
 /// Square units: ends of a range that lie nearer count as one point.
 constexpr double kSameEndsSquared = 1e-10;
 
-/// Vertices `first` to `last` of a polyline.
-struct Range {
-    int first;
-    int last;
-};
-
-/// The vertex between a range's ends that lies farthest from the segment joining them.
-struct FarthestVertex {
-    int index = 0;
-    double distanceSquared = -1.0;  ///< -1: there is no vertex between, or none with a distance
-};
-
-/// The first of equally far vertices; a distance that is not a number is never the largest.
-FarthestVertex farthestVertex(IcommonFunc& functions, const Point2DF* vertex, Range range)
-{
-    FarthestVertex farthest;
-    const Point2DF& start = vertex[range.first];
-    const Point2DF& end = vertex[range.last];
-    for (int i = range.first + 1; i < range.last; ++i) {
-        const double d = functions.pointSegmentDistSquared(vertex[i], start, end);
-        if (d > farthest.distanceSquared) farthest = {i, d};
+/// The farthest vertex of ranges of one polyline. Any override of the distance is seen.
+class FarthestFinder {
+public:
+    FarthestFinder(commonFunc& functions, const Point2DF* vertex, int count)
+        : functions_(functions),
+          vertex_(vertex),
+          isPlain_(detail::isExactly(functions)),
+          search_(vertex, isPlain_ ? count : 0)
+    {
     }
-    return farthest;
-}
+
+    detail::FarthestVertex find(Range range)
+    {
+        if (isPlain_) return search_.find(range);
+        detail::FarthestVertex farthest;
+        const Point2DF& start = vertex_[range.first];
+        const Point2DF& end = vertex_[range.last];
+        for (int i = range.first + 1; i < range.last; ++i) {
+            const double d = functions_.pointSegmentDistSquared(vertex_[i], start, end);
+            if (d > farthest.distanceSquared) farthest = {i, d};
+        }
+        return farthest;
+    }
+
+private:
+    IcommonFunc& functions_;
+    const Point2DF* vertex_;
+    bool isPlain_;
+    detail::FarthestVertexSearch search_;
+};
 
 bool simplifies(const tav::Vector<Point2DF>& points, double tolerance)
 {
@@ -53,6 +63,7 @@ void commonFunc::simplifyRange(Points points, int first, int last, double tolera
 {
     if (!(0 <= first && first < last && last < points.size())) return;
     const Point2DF* vertex = points.constData();
+    FarthestFinder finder(*this, vertex, points.size());
     std::vector<Range> waiting{{first, last}};
     while (!waiting.empty()) {
         Range range = waiting.back();
@@ -61,7 +72,7 @@ void commonFunc::simplifyRange(Points points, int first, int last, double tolera
                pointDistSquared(vertex[range.first], vertex[range.last]) < kSameEndsSquared) {
             if (--range.last > range.first) kept.append(range.last);
         }
-        const FarthestVertex middle = farthestVertex(*this, vertex, range);
+        const detail::FarthestVertex middle = finder.find(range);
         if (!(middle.distanceSquared > 0 && middle.distanceSquared > toleranceSquared)) continue;
         kept.append(middle.index);
         waiting.push_back({middle.index, range.last});
@@ -110,11 +121,12 @@ void commonFunc::simplifyPolyline(const Points& points, Points& out, double tole
     }
     const Point2DF* vertex = vertices.constData();
     const double toleranceSquared = tolerance * tolerance;
+    FarthestFinder finder(*this, vertex, vertices.size());
     std::vector<Range> waiting{{0, vertices.size() - 1}};
     while (!waiting.empty()) {
         const Range range = waiting.back();
         waiting.pop_back();
-        const FarthestVertex middle = farthestVertex(*this, vertex, range);
+        const detail::FarthestVertex middle = finder.find(range);
         if (middle.distanceSquared >= toleranceSquared) {
             waiting.push_back({middle.index, range.last});
             waiting.push_back({range.first, middle.index});

@@ -82,7 +82,7 @@ IcommonFunc::Points cornersOf(IcommonFunc& functions, const IcommonFunc::Points&
         else
             break;
     }
-    return IcommonFunc::Points(distinct.begin() + first, distinct.begin() + last + 1);
+    return IcommonFunc::Points(distinct.begin() + first, distinct.begin() + (last + 1));
 }
 
 }  // namespace calcora::detail

@@ -1,6 +1,8 @@
 // A closed ring cut where its arcs turn back in x or in y.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "calcora/IcommonFunc.h"
@@ -10,6 +12,16 @@ namespace calcora::detail {
 
 /// Bulges below are straight where rings are cut and where points are located.
 inline constexpr double kStraightInRing = 1e-6;
+
+/// Whether all edges of the ring count as straight, the closing one included.
+inline bool isStraightRing(const IcommonFunc::Points& ring, const IcommonFunc::Values& bulges)
+{
+    const double* bulge = bulges.constData();
+    bool isStraight = true;
+    for (int i = 0, n = std::min(ring.size(), bulges.size()); i < n; ++i)
+        isStraight = isStraight && !(std::fabs(bulge[i]) >= kStraightInRing);
+    return isStraight;
+}
 
 /// A straight edge, or a piece of an arc that rises or falls throughout in x and in y.
 struct RingPiece {

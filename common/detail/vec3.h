@@ -24,9 +24,14 @@ inline Point3DF scaled(double factor, const Point3DF& v)
     return {factor * v.x(), factor * v.y(), factor * v.z()};
 }
 
+inline double lengthSquared(const Point3DF& v)
+{
+    return v.x() * v.x() + v.y() * v.y() + v.z() * v.z();
+}
+
 inline double length(const Point3DF& v)
 {
-    return std::sqrt(v.x() * v.x() + v.y() * v.y() + v.z() * v.z());
+    return std::sqrt(lengthSquared(v));
 }
 
 inline bool isFinite(const Point3DF& p)

@@ -728,10 +728,11 @@ public:
     ///
     /// A part that would bring the running weight of its side within 1e-10 of 0 is left out with
     /// its moment: (-1,-1), (1,1), (-1,1) gives (0, 0) instead of (-1/3, 1/3). With any coordinate
-    /// beyond 1e4 the sums start at vertex 0, so figures far out keep their digits.
+    /// beyond 1e4 the sums are those of the triangles over vertex 0 instead: figures far out keep
+    /// their digits, and nothing is left out.
     ///
-    /// An empty ring gives (0, 0); a ring without area, or one whose sums overflow, the centre of
-    /// its box.
+    /// An empty ring gives (0, 0); a ring without area (within 2e-15 of the sum of its parts, their
+    /// rounding), or one whose sums overflow, the centre of its box.
     virtual Point2DF ringCentroid(const Points& ring) = 0;
 
     /// Slot 90. Whether the ring is clockwise by the area of slot 36, which is positive then:
@@ -772,17 +773,20 @@ public:
     /// nearer to the vertex, without limit at sharp corners. Where these do not meet, an outer
     /// corner (one that turns away from the parallel) gets an arc of radius |distance| about its
     /// vertex, the shorter way round; a line that turns straight back gets a half circle round its
-    /// tip. At an inner corner one of the two pieces lies within reach of the other: the one with
-    /// the shorter parallel is dropped.
+    /// tip. At an inner corner the piece that lies within reach of the other, the shorter one
+    /// rather, is dropped; where neither does they are connected by such an arc too.
     ///
     /// Pieces, connecting arcs among them, vanish whose radius is no longer positive, or that their
     /// joints overrun (1e-9 is nothing left). They are taken out one by one, the most overrun for
     /// its length first, and their neighbours are joined: where both are cut short, else where
-    /// nearest. Two that cannot be joined lose the shorter one. A closed figure also has vanished
-    /// when both the turns and the area of what is left have the other sign. So every point of the
-    /// result is |distance| from the line or circle of its segment; where far parts of the figure
-    /// come closer to each other than twice that, the result crosses itself. An open figure ends at
-    /// the moved ends of the first and the last piece that are left.
+    /// nearest. Of the two sides of a strip that is used up, the one stays of which more is left.
+    /// Lines that go on from each other across a gap (within 0.05 of one direction), or meet
+    /// farther than 10 |distance| beyond their ends, are joined by a straight line from end to end.
+    /// A closed figure also has vanished when both the turns and the area of what is left have the
+    /// other sign. So every point of the result is |distance| from the line or circle of its
+    /// segment, but for such straight lines; where far parts of the figure come closer to each
+    /// other than twice that, the result crosses itself. An open figure ends at the moved ends of
+    /// the first and the last piece that are left.
     ///
     /// Cost: n log n. Points lie relative to the first vertex, so far coordinates cost no digits.
     virtual bool offsetBulgePolyline(Points points, Values bulges, double distance,

@@ -53,6 +53,14 @@ TEST(BulgeExtents, OfPolylines)
 
     EXPECT_DOUBLE_EQ(geometry.bulgeSegmentsLength(line, {1, 0}), kPi + 4);
     EXPECT_EQ(geometry.bulgeSegmentsLength(line, {1}), 0.0);
+
+    for (const auto& [bulges, hasArc] : {std::pair<Values, bool>{{}, false},
+                                         {{0, 1e-6, -1e-6}, false},
+                                         {{kNan, 0}, false},
+                                         {{0, -1.1e-6}, true}}) {
+        EXPECT_EQ(geometry.hasBulges(bulges), hasArc);
+        EXPECT_EQ(geometry.anyBulgeInLists({{0}, {}, bulges, {1e-6}}), hasArc);
+    }
 }
 
 TEST(BulgeFromRadius, GivesTheBulgeBack)
@@ -164,8 +172,8 @@ TEST(BulgeDensify, ByAngle)
         int points;
         bool staysArc;
     } cases[] = {
-        {-90, -10, 10, false}, {30, 30, 2, false},  {15, 10, 2, false},
-        {5, 10, 2, true},      {90, kNan, 2, true}, {90, 1e-9, 65537, false},
+        {-90, -10, 10, false}, {30, 30, 2, false},  {30, 10, 4, false},       {15, 10, 2, false},
+        {5, 10, 2, true},      {90, kNan, 2, true}, {90, 1e-9, 65537, false}, {90, 0, 2, true},
     };
     for (const auto& c : cases) {
         const Values bulges{bulgeOf(c.degrees), 0, 0.7};

@@ -51,7 +51,9 @@ TEST(EdgeDirections, LinesMeet)
     Point2DF out;
     functions.intersectDirectionLines({0, 0}, kPi / 2 - 0.0009, {5, 3}, 0, out);
     EXPECT_EQ(out, Point2DF(0, 3));
-    const double parallels[][2] = {{1, 1 + 1e-13}, {kPi / 2, kPi / 2}, {kNan, 1}, {1, 1 - kPi}};
+    const double parallels[][2] = {{1, 1 + 1e-13},      {kPi / 2, kPi / 2}, {kNan, 1},
+                                   {1, 1 - kPi},        {1.5704, 1.5704},   {1.5704, 1.5704 - kPi},
+                                   {kPi / 2, -kPi / 2}, {-kPi / 2, kPi / 2}};
     for (const auto& [a, b] : parallels)
         functions.intersectDirectionLines({0, 0}, a, {5, 3}, b, out);
     EXPECT_EQ(out, Point2DF(0, 3));
