@@ -1,5 +1,6 @@
 // Bezier curves: single spans, and the spans of a smooth curve through points.
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -14,6 +15,7 @@
 namespace {
 
 using calcora::detail::ChordSampler;
+using calcora::detail::CubicDeviation;
 using calcora::detail::CurveInput;
 using calcora::detail::difference;
 using calcora::detail::EndTangents;
@@ -45,6 +47,45 @@ struct BezierSpan {
         const Point2DF p = (3 * t * s * s) * c1 + (3 * t * t * s) * c2 + (t * t * t) * c3;
         return {p, z0 * s + z3 * t};
     }
+
+    CubicDeviation deviation(double tolerance) const
+    {
+        double size = std::fabs(z0) + std::fabs(z3);
+        for (const Point2DF& c : {c1, c2, c3}) size += std::fabs(c.x()) + std::fabs(c.y());
+        return {0.75 * (c2 - 2 * c1), 0.75 * (c3 - 3 * (c2 - c1)), tolerance, size, 0.0};
+    }
+};
+
+/// A span that is evaluated only where a point comes out or rounding may decide.
+class HalvedSpan {
+public:
+    struct Sample {
+        double parameter;
+    };
+
+    HalvedSpan(const BezierSpan& span, double tolerance)
+        : span_(span), tolerance_(tolerance), known_(span.deviation(tolerance))
+    {
+    }
+
+    bool mustHalve(const Sample& start, const Sample& middle, const Sample& end, int halvings) const
+    {
+        if (known_.isSurelyWithin(middle.parameter, halvings)) return false;
+        return known_.isSurelyBeyond(middle.parameter, halvings) ||
+               deviation(start, middle, end) > tolerance_;
+    }
+
+    /// The distance between the middles of a piece and of its chord.
+    double deviation(const Sample& start, const Sample& middle, const Sample& end) const
+    {
+        const Point3DF ends = sum(span_.at(start.parameter), span_.at(end.parameter));
+        return length(difference(span_.at(middle.parameter), scaled(0.5, ends)));
+    }
+
+private:
+    const BezierSpan& span_;
+    double tolerance_;
+    CubicDeviation known_;
 };
 
 /// Replaces the lists by the span cut into chords; `outZ` may be null.
@@ -54,25 +95,26 @@ struct BezierSpan {
 void sampleSpan(const BezierSpan& span, const Point2DF& p0, const Point2DF& p3, double tolerance,
                 Points& outPoints, Values* outZ)
 {
+    using Sample = HalvedSpan::Sample;
     const auto append = [&](const Point2DF& p, double z) {
         outPoints.append(p);
         if (outZ) outZ->append(z);
     };
-    const auto emit = [&](const Point3DF& p) { append(p0 + plan(p), p.z()); };
-    const auto at = [&span](double t) { return span.at(t); };
-    const Point3DF first(0.0, 0.0, span.z0);
-    const Point3DF last(span.c3, span.z3);
-    const Point3DF middle = span.at(0.5);
-    const double middleDeviation = length(difference(middle, scaled(0.5, sum(first, last))));
+    const auto emit = [&](const Sample& sample) {
+        const Point3DF p = span.at(sample.parameter);
+        append(p0 + plan(p), p.z());
+    };
+    const HalvedSpan curve(span, tolerance);
+    const Sample first{0.0}, middle{0.5}, last{1.0};
 
     outPoints.clear();
     if (outZ) outZ->clear();
-    ChordSampler sampler(tolerance, 1);
+    ChordSampler sampler(1);
     append(p0, span.z0);
-    sampler.run(at, {0.0, first}, {0.5, middle}, 1, emit);
+    sampler.run(curve, first, middle, 1, emit);
     emit(middle);
-    sampler.run(at, {0.5, middle}, {1.0, last}, 1, emit);
-    if (outPoints.size() == 2 && tolerance > middleDeviation) {
+    sampler.run(curve, middle, last, 1, emit);
+    if (outPoints.size() == 2 && tolerance > curve.deviation(first, middle, last)) {
         outPoints.removeLast();
         if (outZ) outZ->removeLast();
     }
@@ -123,15 +165,16 @@ struct Handles {
 std::vector<Point3DF> runOnNodes(const std::vector<Point3DF>& nodes)
 {
     const std::size_t last = nodes.size() - 1;
-    std::vector<Point3DF> before;
+    std::array<Point3DF, kRunOn> before;
     std::size_t k = 0;
-    while (before.size() < kRunOn) {
-        const Point3DF& joined = before.empty() ? nodes[0] : before.back();
+    for (std::size_t found = 0; found < kRunOn;) {
+        const Point3DF& joined = found == 0 ? nodes[0] : before[found - 1];
         k = k == 0 ? last - 1 : k - 1;
-        if (nodes[k] != joined) before.push_back(nodes[k]);
+        if (nodes[k] != joined) before[found++] = nodes[k];
     }
-    std::vector<Point3DF> extended(before.rbegin(), before.rend());
+    std::vector<Point3DF> extended;
     extended.reserve(nodes.size() + 2 * kRunOn);
+    extended.assign(before.rbegin(), before.rend());
     extended.insert(extended.end(), nodes.begin(), nodes.end());
     k = last;
     while (extended.size() < nodes.size() + 2 * kRunOn) {
@@ -208,7 +251,8 @@ std::vector<Points> smoothSpans(const std::vector<Point2DF>& points)
     nodes.reserve(points.size());
     for (const Point2DF& p : points) nodes.emplace_back(p, 0.0);
     const bool closed = points.back().distanceTo(origin) < kClosureDistance;
-    const std::optional<TensionSpline> fit = fitThrough(closed ? runOnNodes(nodes) : nodes);
+    const std::optional<TensionSpline> fit =
+        fitThrough(closed ? runOnNodes(nodes) : std::move(nodes));
 
     std::vector<Handles> handles(segments);
     for (std::size_t i = 0; i < segments; ++i) {
@@ -268,7 +312,9 @@ bool commonFunc::bezierCurveSpans(Points points, PointLists& spans)
     spans.clear();
     if (!input.isUsable() || given.isEmpty()) return true;
 
-    std::vector<Point2DF> distinct{given[0]};
+    std::vector<Point2DF> distinct;
+    distinct.reserve(static_cast<std::size_t>(given.size()));
+    distinct.push_back(given[0]);
     for (int i = 1; i < given.size(); ++i)
         if (given[i] != given[i - 1]) distinct.push_back(given[i]);
     if (distinct.size() < 2) return true;

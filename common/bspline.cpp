@@ -25,7 +25,9 @@ namespace {
 
 using calcora::detail::ChordSampler;
 using calcora::detail::CurveInput;
+using calcora::detail::CurveSample;
 using calcora::detail::difference;
+using calcora::detail::SampledCurve;
 using calcora::detail::scaled;
 using calcora::detail::sum;
 using tav::Point3DF;
@@ -122,11 +124,13 @@ bool curveToPolyline(const Points& controls, const Values* z, Points& outPoints,
     for (Point3DF& node : nodes) node = difference(node, first);
     const ClampedSpline spline(std::move(nodes));
 
-    ChordSampler sampler(input.tolerance(tolerance), spline.spans());
+    const auto at = [&spline](double u) { return spline.at(u); };
+    const CurveSample<Point3DF> start{0.0, Point3DF()};
+    const CurveSample<Point3DF> end{spline.lastKnot(), difference(last, first)};
+    ChordSampler sampler(spline.spans());
     append(first);
-    sampler.run([&spline](double u) { return spline.at(u); }, {0.0, Point3DF()},
-                {spline.lastKnot(), difference(last, first)}, 0,
-                [&](const Point3DF& offset) { append(sum(first, offset)); });
+    sampler.run(SampledCurve(at, input.tolerance(tolerance)), start, end, 0,
+                [&](const auto& sample) { append(sum(first, sample.point)); });
     append(last);
     return true;
 }

@@ -15,10 +15,12 @@
 
 #include "common/commonFunc.h"
 #include "common/detail/curve_sampling.h"
+#include "common/detail/plain_functions.h"
 #include "common/detail/vec.h"
 
 namespace {
 
+using calcora::detail::CubicDeviation;
 using calcora::detail::CurveInput;
 using calcora::detail::kMaxHalvings;
 using calcora::detail::PointBudget;
@@ -145,54 +147,77 @@ struct HermiteSpan {
         return start + ((3 * w2 - 2 * w3) * (end - start) + (u2 - u3) * startTangent -
                         (w2 - w3) * endTangent);
     }
+    CubicDeviation deviation(double tolerance, double largestCoordinate) const
+    {
+        const Point2DF chord = end - start;
+        double size = 0.0;
+        for (const Point2DF& v : {chord, startTangent, endTangent})
+            size += std::fabs(v.x()) + std::fabs(v.y());
+        return {0.75 * chord - 0.5 * startTangent - 0.25 * endTangent,
+                0.75 * (startTangent + endTangent) - 1.5 * chord, tolerance, size,
+                largestCoordinate};
+    }
 };
 
-struct Sample {
-    double w;
-    Point2DF point;
-};
-
-/// Samples spans until the middle of every pair of chords lies within the tolerance.
+/// Samples spans until the middle of every pair of chords lies within the tolerance. `Functions`
+/// has the squared distance of a point from a segment.
+template <class Functions>
 class SpanSampler {
 public:
-    SpanSampler(IcommonFunc& geometry, double tolerance, std::int64_t spans,
-                tav::Vector<Point2DF>& out)
-        : geometry_(geometry), toleranceSquared_(tolerance * tolerance), budget_(spans), out_(out)
+    SpanSampler(Functions& functions, double tolerance, double largestCoordinate,
+                std::int64_t spans, tav::Vector<Point2DF>& out)
+        : functions_(functions),
+          tolerance_(tolerance),
+          largestCoordinate_(largestCoordinate),
+          budget_(spans),
+          out_(out)
     {
     }
 
     /// Appends the points of the span after its start.
-    void append(const HermiteSpan& span)
+    void append(const HermiteSpan& hermite)
     {
-        const Sample middle{0.5, span.at(0.5)};
-        refine(span, {0.0, span.start}, {0.25, span.at(0.25)}, middle, 0);
-        refine(span, middle, {0.75, span.at(0.75)}, {1.0, span.end}, 0);
+        const Span span{hermite, hermite.deviation(tolerance_, largestCoordinate_)};
+        const Point2DF middle = hermite.at(0.5);
+        refine(span, 0.0, hermite.start, hermite.at(0.25), 0.5, middle, 1);
+        refine(span, 0.5, middle, hermite.at(0.75), 1.0, hermite.end, 1);
     }
 
 private:
-    void refine(const HermiteSpan& span, const Sample& a, const Sample& middle, const Sample& b,
+    struct Span {
+        HermiteSpan curve;
+        CubicDeviation deviation;
+    };
+
+    /// Appends the piece from a, at wa, to b, at wb, with the curve's point in its middle. A half
+    /// is the result of one halving; the parameters stay exact down to the last.
+    void refine(const Span& span, double wa, Point2DF a, Point2DF middle, double wb, Point2DF b,
                 int halvings)
     {
-        const double deviationSquared =
-            geometry_.pointSegmentDistSquared(middle.point, a.point, b.point);
-        const bool mayHalve =
-            halvings < kMaxHalvings && a.w < middle.w && middle.w < b.w && !budget_.isSpent();
-        if (mayHalve && deviationSquared >= toleranceSquared_) {
-            const auto between = [&span](const Sample& from, const Sample& to) -> Sample {
-                const double w = (from.w + to.w) / 2;
-                return {w, span.at(w)};
-            };
-            refine(span, a, between(a, middle), middle, halvings + 1);
-            refine(span, middle, between(middle, b), b, halvings + 1);
+        const double w = (wa + wb) / 2;
+        if (halvings <= kMaxHalvings && !budget_.isSpent() &&
+            deviates(span, a, middle, b, w, halvings)) {
+            const HermiteSpan& curve = span.curve;
+            refine(span, wa, a, curve.at((wa + w) / 2), w, middle, halvings + 1);
+            refine(span, w, middle, curve.at((w + wb) / 2), wb, b, halvings + 1);
             return;
         }
-        out_.append(middle.point);
-        out_.append(b.point);
+        out_.append(middle);
+        out_.append(b);
         budget_.take(2);
     }
 
-    IcommonFunc& geometry_;
-    double toleranceSquared_;
+    /// The distance from the segment is at most that from its middle.
+    bool deviates(const Span& span, const Point2DF& a, const Point2DF& middle, const Point2DF& b,
+                  double w, int halvings)
+    {
+        if (Functions::kIsPlain && span.deviation.isSurelyWithin(w, halvings)) return false;
+        return functions_.pointSegmentDistSquared(middle, a, b) >= tolerance_ * tolerance_;
+    }
+
+    Functions& functions_;
+    double tolerance_;
+    double largestCoordinate_;
     PointBudget budget_;
     tav::Vector<Point2DF>& out_;
 };
@@ -216,11 +241,14 @@ void commonFunc::splineInterpolate(Points points, Points& out, bool closed, doub
 
     const auto spans = static_cast<std::int64_t>(chords.size());
     calcora::detail::makeRoomFor(out, 4 * spans + 1);
-    SpanSampler sampler(*this, input.tolerance(std::fabs(tolerance)), spans, out);
     out.append(vertices[0]);
-    for (std::size_t i = 0; i < chords.size(); ++i) {
-        if (chords[i] / 4 < kShortestQuarter) continue;
-        sampler.append(
-            {vertices[i], vertices[i + 1], chords[i] * tangents[i], chords[i] * tangents[i + 1]});
-    }
+    calcora::detail::withFunctionsOf(*this, [&](auto& functions) {
+        SpanSampler sampler(functions, input.tolerance(std::fabs(tolerance)),
+                            input.largestCoordinate(), spans, out);
+        for (std::size_t i = 0; i < chords.size(); ++i) {
+            if (chords[i] / 4 < kShortestQuarter) continue;
+            sampler.append({vertices[i], vertices[i + 1], chords[i] * tangents[i],
+                            chords[i] * tangents[i + 1]});
+        }
+    });
 }

@@ -1,6 +1,7 @@
 // Curves under tension through points, with and without a value for each point.
 
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,7 +14,9 @@ namespace {
 
 using calcora::detail::ChordSampler;
 using calcora::detail::CurveInput;
+using calcora::detail::CurveSample;
 using calcora::detail::plan;
+using calcora::detail::SampledCurve;
 using calcora::detail::sum;
 using calcora::detail::TensionSpan;
 using calcora::detail::TensionSpline;
@@ -28,6 +31,9 @@ struct Figure {
     unsigned from = 0;
     unsigned to = 0;
 };
+
+/// Vertices that close() adds at most.
+constexpr std::size_t kMostAddedByClosing = 5;
 
 /// Applies the rules of the range; false when no span is left.
 bool chooseRange(Figure& figure)
@@ -47,12 +53,9 @@ void close(Figure& figure)
         v.push_back(Point3DF(v.front()));
     }
     const std::size_t last = v.size() - 1;
-    std::vector<Point3DF> extended;
-    extended.reserve(v.size() + 4);
-    extended.insert(extended.end(), {v[last - 2], v[last - 1]});
-    extended.insert(extended.end(), v.begin(), v.end());
-    extended.insert(extended.end(), {v[1], v[2]});
-    v = std::move(extended);
+    const Point3DF before[] = {v[last - 2], v[last - 1]}, after[] = {v[1], v[2]};
+    v.insert(v.begin(), std::begin(before), std::end(before));
+    v.insert(v.end(), std::begin(after), std::end(after));
     figure.from += 2;
     figure.to += 2;
 }
@@ -107,14 +110,15 @@ void sampleSpans(const TensionSpline& spline, const Figure& figure, double toler
 {
     const auto count = static_cast<int>(figure.to - figure.from);
     spans.reserve(count);
-    ChordSampler sampler(tolerance, count);
+    ChordSampler sampler(count);
     for (unsigned k = figure.from; k < figure.to; ++k) {
         const TensionSpan span = spline.span(k);
         const Point3DF& origin = spline.node(k);
         const auto at = [&span](double w) { return span.offset(w); };
+        const CurveSample<Point3DF> start{0.0, Point3DF()}, end{1.0, span.chord()};
         spans.begin(origin);
-        sampler.run(at, {0.0, Point3DF()}, {1.0, span.chord()}, 0,
-                    [&](const Point3DF& offset) { spans.append(sum(origin, offset)); });
+        sampler.run(SampledCurve(at, tolerance), start, end, 0,
+                    [&](const auto& sample) { spans.append(sum(origin, sample.point)); });
     }
     spans.append(spline.node(figure.to));
 }
@@ -131,7 +135,7 @@ Outcome tensionSpans(const Points& points, const Values* values, bool closed, un
     if (!input.isUsable()) return Outcome::kRefused;
 
     Figure figure{{}, from, to};
-    figure.vertices.reserve(static_cast<std::size_t>(n));
+    figure.vertices.reserve(static_cast<std::size_t>(n) + kMostAddedByClosing);
     for (int i = 0; i < n; ++i) figure.vertices.push_back({points[i], values ? (*values)[i] : 0.0});
     if (n < 3) {
         straightSpans(figure.vertices, out);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "common/detail/vec.h"
 #include "common/detail/vec3.h"
 #include "tavrel/Vector.h"
 
@@ -101,63 +102,131 @@ private:
 };
 
 /// A point of a curve with its parameter.
+template <class Point>
 struct CurveSample {
-    double parameter = 0.0;
-    Point3DF point;
+    double parameter;
+    Point point;
+};
+
+/// A curve known by its points alone: `at(parameter)` gives a Point3DF.
+template <class At>
+class SampledCurve {
+public:
+    SampledCurve(const At& at, double tolerance) : at_(at), tolerance_(tolerance) {}
+
+    /// Evaluates the curve at the middle's parameter; true when it lies farther than the tolerance
+    /// from the middle of the chord, false also when that is not a number.
+    bool mustHalve(const CurveSample<Point3DF>& start, CurveSample<Point3DF>& middle,
+                   const CurveSample<Point3DF>& end, int) const
+    {
+        middle.point = at_(middle.parameter);
+        const Point3DF chordMiddle = scaled(0.5, sum(start.point, end.point));
+        return length(difference(middle.point, chordMiddle)) > tolerance_;
+    }
+
+private:
+    const At& at_;
+    double tolerance_;
+};
+
+/// What the second derivative of a cubic over 0 to 1 tells about its pieces, most often without
+/// evaluating it: as f'' is linear, the middle m of a piece of width h lies exactly h^2 f''(m) / 8
+/// from the middle of its chord.
+class CubicDeviation {
+public:
+    /// `start` is f''(0) / 8, `growth` what that grows by up to 1. `size` and `coordinate` are the
+    /// sizes of the numbers that a point of the curve is summed up from, and of the point itself.
+    CubicDeviation(const Point2DF& start, const Point2DF& growth, double tolerance, double size,
+                   double coordinate)
+        : start_(start), growth_(growth)
+    {
+        const double rounding = kRoundingOfSum * size + kRoundingOfPoint * coordinate;
+        const double least = std::max(tolerance - rounding, 0.0), most = tolerance + rounding;
+        within_ = least * least * (1 - kRoundingOfSum);
+        beyond_ = most * most * (1 + kRoundingOfSum);
+    }
+
+    /// Whether a piece, the result of so many halvings, deviates by less than the tolerance, or by
+    /// more, whatever rounding does to its evaluation. Both may be false.
+    bool isSurelyWithin(double middle, int halvings) const
+    {
+        return squared(middle, halvings) < within_;
+    }
+    bool isSurelyBeyond(double middle, int halvings) const
+    {
+        return squared(middle, halvings) > beyond_;
+    }
+
+private:
+    /// Far more than what a dozen roundings make of a sum, and one of a coordinate.
+    static constexpr double kRoundingOfSum = 1e-13;
+    static constexpr double kRoundingOfPoint = 1e-15;
+
+    double squared(double middle, int halvings) const
+    {
+        static constexpr auto kWidthToFourth = [] {
+            std::array<double, kMaxHalvings + 1> powers{1.0};
+            for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] / 16;
+            return powers;
+        }();
+        return kWidthToFourth[static_cast<std::size_t>(halvings)] *
+               lengthSquared(start_ + middle * growth_);
+    }
+
+    Point2DF start_, growth_;
+    double within_, beyond_;  ///< squares
 };
 
 /// Cuts pieces of curve into chords, halving them at the middle parameter; one for each call.
 class ChordSampler {
 public:
-    /// `spans` is the number of pieces that run() will be given, `tolerance` in drawing units.
-    ChordSampler(double tolerance, std::int64_t spans) : tolerance_(tolerance), budget_(spans) {}
+    /// `spans` is the number of pieces that run() will be given.
+    explicit ChordSampler(std::int64_t spans) : budget_(spans) {}
 
-    /// Halves the piece of curve from `first` to `last` while the curve's middle lies farther than
-    /// the tolerance (in space) from the middle of the chord. Only the middle is looked at: a piece
-    /// that is symmetric about a point stays one chord.
+    /// Halves the piece of curve from `start` to `end` while its middle deviates from the middle of
+    /// its chord: `curve.mustHalve(start, middle, end, halvings)` tells. Only that is looked at: a
+    /// piece that is symmetric about a point stays one chord.
     ///
     /// A piece stays as it is when it is the result of kMaxHalvings halvings (`halvings` were made
-    /// before), when no parameter lies between those of its ends, when the budget is spent, or when
-    /// the deviation is not a number. `at(parameter)` gives a Point3DF; the points between the ends
-    /// go to `emit(Point3DF)` from first to last.
+    /// before), when no parameter lies between those of its ends, and when the budget is spent. The
+    /// samples between the ends go to `emit` from first to last.
     ///
     /// The walk goes from left to right and keeps the right ends of the pieces that wait, one for
-    /// each halving, so its cost is linear in the points that come out.
-    template <class Curve, class Emit>
-    void run(const Curve& at, CurveSample first, const CurveSample& last, int halvings, Emit&& emit)
+    /// each halving, so its cost is linear in the samples that come out.
+    template <class Curve, class Sample, class Emit>
+    void run(const Curve& curve, Sample start, const Sample& end, int halvings, const Emit& emit)
     {
+        std::array<Sample, kMaxHalvings + 1> ends;
+        std::array<int, kMaxHalvings + 1> made;
         std::size_t top = 0;
-        waiting_[0] = {last, halvings};
-        for (CurveSample start = first;;) {
-            Waiting& piece = waiting_[top];
-            const double middle = (start.parameter + piece.end.parameter) / 2;
-            if (piece.halvings < kMaxHalvings && start.parameter < middle &&
-                middle < piece.end.parameter && !budget_.isSpent()) {
-                const Point3DF point = at(middle);
-                const Point3DF chordMiddle = scaled(0.5, sum(start.point, piece.end.point));
-                if (length(difference(point, chordMiddle)) > tolerance_) {
-                    ++piece.halvings;
-                    waiting_[++top] = {{middle, point}, piece.halvings};
-                    continue;
-                }
+        ends[0] = end;
+        made[0] = halvings;
+        for (;;) {
+            Sample middle;
+            if (made[top] < kMaxHalvings && !budget_.isSpent() &&
+                isBetween(start, middle, ends[top]) &&
+                curve.mustHalve(start, middle, ends[top], made[top])) {
+                made[top + 1] = ++made[top];
+                ends[++top] = middle;
+                continue;
             }
             if (top == 0) return;
-            start = piece.end;
-            emit(start.point);
+            start = ends[top--];
+            emit(start);
             budget_.take(1);
-            --top;
         }
     }
 
 private:
-    struct Waiting {
-        CurveSample end;
-        int halvings = 0;
-    };
+    /// Sets the middle's parameter; false when there is none between those of the ends.
+    template <class Sample>
+    static bool isBetween(const Sample& start, Sample& middle, const Sample& end)
+    {
+        middle.parameter = (start.parameter + end.parameter) / 2;
+        return start.parameter < middle.parameter && middle.parameter < end.parameter;
+    }
 
-    double tolerance_;
     PointBudget budget_;
-    std::array<Waiting, kMaxHalvings + 1> waiting_;
 };
 
 /// Room for `extra` more elements, growing so that many small additions stay linear.

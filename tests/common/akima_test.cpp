@@ -33,10 +33,12 @@ TEST(Akima, MeetsItsPointsWithOneTangentAndTheSpeedOfTheChord)
             const Point2DF end = closed && i + 1 == segments ? given[0] : given[i + 1];
             const Point2DF arriving = slopeAt(out, i + 1, -1);
             EXPECT_NEAR(length(arriving), given[i].distanceTo(end), 1e-9);
+            EXPECT_NEAR(length(slopeAt(out, i, 1)), given[i].distanceTo(end), 1e-9);
             if (!closed && i + 1 == segments) break;
             EXPECT_NEAR(turn(arriving, slopeAt(out, (i + 1) % segments, 1)), 0, 1e-9);
         }
         expectNear(akima(moved(given, 5e5, 4e6)), moved(out, 5e5, 4e6), 1e-8);
+        if (!closed) expectNear(akima(reversed(given)), reversed(out), 1e-9);
     }
 }
 
@@ -54,6 +56,8 @@ TEST(Akima, TangentsOfPlainFigures)
         {{{0, 0}, {3, 1}, {6, 2}, {12, 4}, {6, 9}, {0, 6}, {0, 0}}, 3, {3, 1}},
         // a corner between two straight runs is cut evenly
         {{{0, 0}, {1.1, 3.3}, {2.2, 6.6}, {5.5, 5.5}, {8.8, 4.4}}, 2, {2, 1}},
+        // (2, 1) before a turn of 3 and (1, 3) behind a turn of 1
+        {{{0, 0}, {1, 0}, {3, 1}, {4, 4}, {3, 4}}, 2, {7, 6}},
         // a parabola in even steps runs on as one beyond its end
         {{{0, 0}, {1, 1}, {2, 4}, {3, 9}, {4, 16}}, 0, {1, 0}},
         // a regular hexagon: across the radius

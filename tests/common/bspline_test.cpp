@@ -50,6 +50,36 @@ TEST(BSpline, IsTheSumOverAllBasisFunctions)
     }
 }
 
+TEST(BSpline, StaysInTheHullAndLeavesAlongTheFirstSide)
+{
+    const Points controls = wanderingLine(9);
+    Points out;
+    EXPECT_TRUE(commonFunc(0).bsplineToPolyline(controls, out, 3, 1e-6));
+    for (double angle = 0; angle < 6.3; angle += 0.1) {
+        const auto farthest = [&](const Points& points) {
+            double most = -kInfinity;
+            for (const Point2DF& p : points)
+                most = std::max(most, p.x() * std::cos(angle) + p.y() * std::sin(angle));
+            return most;
+        };
+        EXPECT_LE(farthest(out), farthest(controls) + 1e-12);
+    }
+    EXPECT_NEAR(turn(controls[1] - controls[0], out[1] - out[0]), 0, 0.01);
+
+    Points arch;  // deviates by exactly 3
+    EXPECT_TRUE(commonFunc(0).bsplineToPolyline({{0, 0}, {0, 4}, {4, 4}, {4, 0}}, arch, 3, 3));
+    EXPECT_EQ(arch, (Points{{0, 0}, {4, 0}}));
+}
+
+TEST(BSpline, MakesNoMorePointsThanACallMay)
+{
+    Points round, out;
+    for (int i = 0; i < 400; ++i) round.append({std::cos(i), std::sin(i)});
+    EXPECT_TRUE(commonFunc(0).bsplineToPolyline(round, out, 3, 0));
+    EXPECT_NEAR(out.size(), 4'194'304 + 64 * 397, 100);
+    EXPECT_EQ(out.last(), round.last());
+}
+
 TEST(BSpline, ListRules)
 {
     const Points some{{0, 0}, {0, 10}, {10, -10}, {10, 0}};
@@ -60,8 +90,11 @@ TEST(BSpline, ListRules)
         bool made;
         int points;
     } cases[] = {
-        {some, {1, 2, 3, 4}, 2, false, 0},          {some, {1, 2, 3, kInfinity}, 3, false, 0},
-        {{{0, 0}, {kNan, 0}}, {1, 2}, 3, false, 0}, {{{1, 2}, {3, 4}}, {5, 6, kNan}, 3, true, 2},
+        {some, {1, 2, 3, 4}, 2, false, 0},
+        {some, {1, 2, 3, 4}, 4, false, 0},
+        {some, {1, 2, 3, kInfinity}, 3, false, 0},
+        {{{0, 0}, {kNan, 0}}, {1, 2}, 3, false, 0},
+        {{{1, 2}, {3, 4}}, {5, 6, kNan}, 3, true, 2},
         {some, {0, 0, 0, 0, kNan}, 3, true, 2},  // symmetric about a point: its ends
     };
     for (const auto& k : cases) {

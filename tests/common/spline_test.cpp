@@ -43,6 +43,56 @@ TEST(Spline, IsTheTwiceContinuousCubic)
     }
 }
 
+/// Answers for the distance of a point from a segment: given ones, the last again and again, or
+/// the true one.
+struct Measuring : commonFunc {
+    explicit Measuring(std::vector<double> given) : commonFunc(0), answers(std::move(given)) {}
+
+    double pointSegmentDistSquared(const Point2DF& p, const Point2DF& a, const Point2DF& b) override
+    {
+        if (answers.empty()) return commonFunc::pointSegmentDistSquared(p, a, b);
+        return answers[std::min(asked++, answers.size() - 1)];
+    }
+
+    std::vector<double> answers;
+    std::size_t asked = 0;
+};
+
+TEST(Spline, HalvesByThePointsDistanceFromTheSegment)
+{
+    const double below = std::nextafter(0.25, 0);
+    const struct {
+        std::vector<double> answers;
+        int points;
+    } cases[] = {{{-1e-9}, 9}, {{below}, 9}, {{kNan}, 9}, {{0.25, below}, 11}};
+    const Points even{{0, 0}, {4, 0}, {8, 0}};
+    for (const auto& k : cases) {
+        Points out;
+        Measuring(k.answers).splineInterpolate(even, out, false, 0.5);
+        ASSERT_EQ(out.size(), k.points);
+        for (int i = 2; i < 9; ++i) EXPECT_EQ(out[i + k.points - 9], Point2DF(i, 0)) << i;
+    }
+    // Without end: the first quarter halved 32 times, and no more points than a call may make.
+    Points out;
+    Measuring({1.0}).splineInterpolate(even, out, false, 0.5);
+    EXPECT_NEAR(out[1].x(), std::ldexp(1.0, -32), 1e-15);
+    EXPECT_NEAR(out.size(), 4'194'304 + 64 * 2, 100);
+    EXPECT_EQ(out.last(), even.last());
+}
+
+// What is known without asking never decides otherwise.
+TEST(Spline, IsTheSameWhetherDistancesAreAskedForOrKnown)
+{
+    const double places[][2] = {{0, 0.1}, {0, 1e-4}, {4e6, 1e-4}, {1e11, 0}, {1e12, 0}};
+    for (const auto [away, tolerance] : places) {
+        const Points given = moved(wanderingLine(30), away, -away);
+        Points asked, known;
+        Measuring({}).splineInterpolate(given, asked, true, tolerance);
+        commonFunc(0).splineInterpolate(given, known, true, tolerance);
+        ASSERT_EQ(asked, known) << away;
+    }
+}
+
 TEST(Spline, ListRules)
 {
     const Point2DF a(0, 0), b(5, 0), c(5, 3), tooShort(5.000002, 0), shortest(5.0000005, 0);
@@ -53,7 +103,9 @@ TEST(Spline, ListRules)
         Point2DF last;
     } cases[] = {
         {{}, true, 0, c},
+        {{a}, true, 1, a},
         {{a, b}, false, 2, b},
+        {{a, a, b}, false, 2, b},
         {{a, b}, true, 9, a},
         {{a, a, a, a, a}, false, 9, a},  // every second one of equal neighbours stays
         {{a, b, c, a}, true, 13, a},     // the closing copy is a repeat
@@ -66,6 +118,8 @@ TEST(Spline, ListRules)
         EXPECT_EQ(out.size(), 1 + k.points);
         EXPECT_EQ(out.first(), c);
         EXPECT_EQ(out.last(), k.last);
+        if (k.last != shortest) continue;
+        EXPECT_NEAR(out[1 + 6].x(), b.x() + 3.8e-6, 0.3e-6);  // overshoots as over 0.01
     }
 }
 

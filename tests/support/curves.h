@@ -41,6 +41,13 @@ inline Points moved(Points points, double dx, double dy)
     return points;
 }
 
+inline Points reversed(const Points& points)
+{
+    Points result;
+    for (int i = points.size() - 1; i >= 0; --i) result.append(points[i]);
+    return result;
+}
+
 inline double length(const Point2DF& v)
 {
     return v.distanceTo({0, 0});
@@ -70,17 +77,32 @@ inline void expectNear(const Points& found, const Points& wanted, double toleran
         ASSERT_LE(found[i].distanceTo(wanted[i]), tolerance) << "point " << i;
 }
 
+inline double length(const Space& v)
+{
+    return std::sqrt((v * v).sum());
+}
+
 /// Appends the curve from t0 up to, but without, t1, halved while its middle is off the chord's.
+///
+/// That is all the rule looks at. What it promises between whole parameters, where the curves are
+/// smooth: of what mirrors about the middle the mean is no farther off, and where the two do not
+/// bend to opposite sides, neither is the curve.
 inline void sample(const std::function<Space(double)>& curve, double t0, double t1,
                    double tolerance, std::vector<Space>& out)
 {
     const double t = (t0 + t1) / 2;
-    const Space off = curve(t) - (curve(t0) + curve(t1)) / 2.0;
-    if (std::sqrt((off * off).sum()) > tolerance) {
+    const Space middle = (curve(t0) + curve(t1)) / 2.0;
+    if (length(curve(t) - middle) > tolerance) {
         sample(curve, t0, t, tolerance, out);
         sample(curve, t, t1, tolerance, out);
-    } else {
-        out.push_back(curve(t0));
+        return;
+    }
+    out.push_back(curve(t0));
+    if (std::ceil(t1) - std::floor(t0) > 1) return;
+    for (const double part : {0.1, 0.2, 0.3, 0.4}) {
+        const double away = part * (t1 - t0);
+        const Space mean = (curve(t - away) + curve(t + away)) / 2.0;
+        ASSERT_LE(length(mean - middle), tolerance * (1 + 1e-9));
     }
 }
 
