@@ -6,9 +6,19 @@
 // direction, has vanished: it is taken out and its neighbours are joined instead. Pieces go one at
 // a time, first the one that is most overrun for its length, which is the one that vanishes first
 // when the distance grows from 0; long pieces that only seemed overrun because of it then come out
-// whole. Two pieces that have no joint - one of them lies within reach of the other, or all between
-// them has vanished - lose the shorter one. Each step takes a piece away, so the number of steps is
-// that of the segments; a heap finds the next.
+// whole.
+//
+// What remains after a narrow slot is its two sides, which have changed places:
+//
+//          j |   | i                 One goes, and the other is left as the step between a and b,
+//      - - - +---+ - - -  b          which need not lie on one level. Were the wrong one to stay, it
+//   a  ------+---+                   would be overrun by them.
+//
+// Of two other pieces that have no joint the one goes that lies within reach of the other. Where
+// neither does, as in the sharp end of a sliver between two arcs, a bridge leads from one to the
+// other; else one bad corner would take all the arcs behind it along, since hardly any two of them
+// meet. Each step takes a segment's piece away and puts in a bridge at most, so the number of steps
+// is that of the segments; a heap finds the next.
 
 #include <cmath>
 #include <limits>
@@ -103,7 +113,7 @@ std::vector<MovedPiece> movedPieces(const detail::SidewiseMove& move, const Figu
     for (int i = 0; i < corners; ++i) {
         const MovedPiece& before = moved[index(i)];
         const MovedPiece& after = moved[index(following(i))];
-        if (exists(before) && exists(after)) joints[index(i)] = move.joint(before, after, true);
+        if (exists(before) && exists(after)) joints[index(i)] = move.joint(before, after, {});
     }
     // An arc that its joints would lengthen until it meets itself keeps its ends.
     std::vector<bool> keepsEnds(index(n));
@@ -129,6 +139,23 @@ std::vector<MovedPiece> movedPieces(const detail::SidewiseMove& move, const Figu
     return pieces;
 }
 
+/// Directions of the figure at the ends of a piece. A connecting arc stands at a vertex and has
+/// those of its own ends.
+Point2DF directionBefore(const MovedPiece& piece)
+{
+    return directionAt(piece, piece.from == piece.to ? piece.start : piece.from);
+}
+Point2DF directionAfter(const MovedPiece& piece)
+{
+    return directionAt(piece, piece.from == piece.to ? piece.end : piece.to);
+}
+
+/// By how much the figure turns along a piece.
+double turnAlong(const MovedPiece& piece)
+{
+    return piece.clockwise ? -piece.sweep : piece.sweep;
+}
+
 /// The moved pieces in their order, joined where they are still there.
 class ParallelChain {
 public:
@@ -139,8 +166,13 @@ public:
             const int i = left_++;
             links_.push_back({piece, i - 1, i + 1});
         }
+        count_ = left_;
         links_.front().previous = isClosed_ ? left_ - 1 : kNobody;
         links_.back().next = isClosed_ ? 0 : kNobody;
+        for (Link& link : links_)
+            if (link.next != kNobody)
+                link.turn = detail::turnOf(directionAfter(link.piece),
+                                           directionBefore(at(link.next).piece));
     }
 
     /// Joins all pieces and takes out what vanishes; false if nothing is left.
@@ -158,12 +190,12 @@ public:
             const Doomed next = doomed_.top();
             doomed_.pop();
             if (!at(next.piece).isThere || at(next.piece).version != next.version) continue;
-            const auto [previous, following] = neighbours(next.piece);
+            const int previous = at(next.piece).previous;
             takeOut(next.piece);
             if (previous != kNobody)
                 joinAfter(previous);
-            else if (following != kNobody)
-                review(following);
+            else
+                startWith(at(next.piece).next);
         }
         return isLeft();
     }
@@ -208,7 +240,9 @@ private:
         MovedPiece piece;
         int previous = kNobody;
         int next = kNobody;
+        double turn = 0.0;  ///< of the figure from the piece's end to the start of the next one
         bool isThere = true;
+        bool isBridge = false;
         int version = 0;  ///< grows with every review, so that older findings are known as such
         std::optional<Point2DF> joint = std::nullopt;  ///< with the next piece
     };
@@ -231,11 +265,10 @@ private:
     /// A single piece cannot close.
     bool isLeft() const { return left_ >= (isClosed_ ? 2 : 1); }
 
-    std::pair<int, int> neighbours(int i) const { return {at(i).previous, at(i).next}; }
-
     bool areNeighbours(int i, int j) const
     {
-        return j == i + 1 || (j == 0 && i + 1 == static_cast<int>(links_.size()));
+        if (at(i).isBridge || at(j).isBridge) return false;
+        return j == i + 1 || (j == 0 && i + 1 == count_);
     }
 
     /// visit(piece, next piece or nobody) from the first that is left on.
@@ -259,6 +292,9 @@ private:
     }
     Point2DF endOf(int i) const { return at(i).joint.value_or(at(i).piece.end); }
 
+    /// What lies between the piece and the one that follows now.
+    detail::Between between(int i) const { return {areNeighbours(i, at(i).next), at(i).turn}; }
+
     /// Length of the parallel before it is joined: of a tight arc little may be left, and all that
     /// comes near it would miss its circle.
     double movedLength(int i) const
@@ -269,39 +305,132 @@ private:
 
     void takeOut(int i)
     {
-        const auto [previous, next] = neighbours(i);
+        const int previous = at(i).previous;
+        const int next = at(i).next;
         at(i).isThere = false;
         --left_;
-        if (previous != kNobody) at(previous).next = next;
+        if (previous != kNobody) {
+            at(previous).turn = turnOver(previous);
+            at(previous).next = next;
+        }
         if (next != kNobody) at(next).previous = previous;
     }
 
-    /// Joins piece i to the one that follows now. Where that cannot be, the shorter of the two goes
-    /// and the next pair is tried.
+    /// The pieces of an open chain that stood before i are gone. No end is a bridge.
+    void startWith(int i)
+    {
+        while (i != kNobody && at(i).isBridge) {
+            takeOut(i);
+            i = at(i).next;
+        }
+        if (i != kNobody) review(i);
+    }
+
+    /// Joins piece i to the one that follows now. Where that cannot be, one of the two goes and the
+    /// next pair is tried, or a bridge joins them.
     void joinAfter(int i)
     {
-        while (isLeft()) {
+        while (i != kNobody && isLeft()) {
             const int j = at(i).next;
             at(i).joint = std::nullopt;
-            if (j == kNobody) {
+            if (j == kNobody && !at(i).isBridge) {
                 review(i);
                 return;
             }
-            at(i).joint = move_.joint(at(i).piece, at(j).piece, areNeighbours(i, j));
-            if (at(i).joint) {
+            const bool isUsed = j != kNobody && isUsedStrip(i, j);
+            if (j != kNobody && !isUsed)
+                at(i).joint = move_.joint(at(i).piece, at(j).piece, between(i));
+            const int gone = j == kNobody ? i : at(i).joint ? kNobody : oneToGo(i, j, isUsed);
+            if (gone == kNobody) {
+                if (!at(i).joint) bridge(i, j);
                 review(i);
                 review(j);
                 return;
             }
-            const bool isFirstShorter = movedLength(i) < movedLength(j);
-            takeOut(isFirstShorter ? i : j);
-            if (!isFirstShorter) continue;
-            if (at(i).previous == kNobody) {
-                review(j);
-                return;
+            const bool bothGo = isUsed && !move_.isThere(lengthWithoutNext(i)) &&
+                                !move_.isThere(lengthWithoutPrevious(j));
+            if (gone == j || bothGo) takeOut(j);
+            if (gone == i || bothGo) {
+                takeOut(i);
+                const int previous = at(i).previous;
+                if (previous == kNobody) startWith(at(i).next);
+                i = previous;
             }
-            i = at(i).previous;
         }
+    }
+
+    /// Whether two lines are the sides of a strip of which nothing is left.
+    bool isUsedStrip(int i, int j) const
+    {
+        const MovedPiece& before = at(i).piece;
+        const MovedPiece& after = at(j).piece;
+        if (move_.haveCollided(before, after, between(i))) return true;
+        if (areNeighbours(i, j) || !detail::runAgainst(before, after)) return false;
+        const auto joint = move_.joint(before, after, between(i));
+        return joint && !move_.isThere(move_.lengthBetween(before, startOf(i), *joint)) &&
+               !move_.isThere(move_.lengthBetween(after, *joint, endOf(j)));
+    }
+
+    /// Which of two pieces without a joint has to go, if one has: of the sides of a strip the one
+    /// without which more is left of the other; else one that lies within reach of the other, the
+    /// shorter one rather. A bridge that cannot be joined always goes.
+    int oneToGo(int i, int j, bool areUsedStrip) const
+    {
+        const auto [shorter, longer] =
+            movedLength(i) < movedLength(j) ? std::pair(i, j) : std::pair(j, i);
+        for (const int k : {shorter, longer})
+            if (at(k).isBridge) return k;
+        if (areUsedStrip) {
+            const double first = lengthWithoutNext(i);
+            const double second = lengthWithoutPrevious(j);
+            return first == second ? shorter : first > second ? j : i;
+        }
+        for (const auto& [k, other] : {std::pair(shorter, longer), std::pair(longer, shorter)})
+            if (move_.isWithinReach(at(k).piece, at(other).piece)) return k;
+        return kNobody;
+    }
+
+    /// What would be left of the piece if the one after it were not there; nothing when the two
+    /// that came together then have no joint.
+    double lengthWithoutNext(int i) const
+    {
+        const int gone = at(i).next;
+        const int j = at(gone).next;
+        if (j == kNobody) return at(i).piece.length;
+        if (j == i) return 0.0;
+        const auto joint = move_.joint(at(i).piece, at(j).piece, {false, turnOver(i)});
+        return joint ? move_.lengthBetween(at(i).piece, startOf(i), *joint) : 0.0;
+    }
+    double lengthWithoutPrevious(int j) const
+    {
+        const int gone = at(j).previous;
+        const int i = at(gone).previous;
+        if (i == kNobody) return at(j).piece.length;
+        if (i == j) return 0.0;
+        const auto joint = move_.joint(at(i).piece, at(j).piece, {false, turnOver(i)});
+        return joint ? move_.lengthBetween(at(j).piece, *joint, endOf(j)) : 0.0;
+    }
+
+    /// The turn of the figure from the piece to the one after the next.
+    double turnOver(int i) const
+    {
+        const Link& next = at(at(i).next);
+        return at(i).turn + next.turn + (next.isBridge ? 0.0 : turnAlong(next.piece));
+    }
+
+    /// Leads from piece i to the one that follows, both with their own ends.
+    void bridge(int i, int j)
+    {
+        const MovedPiece& before = at(i).piece;
+        const MovedPiece& after = at(j).piece;
+        Link link{areNeighbours(i, j) ? move_.connect(before, after) : move_.lead(before, after), i,
+                  j};
+        link.isBridge = true;
+        link.joint = after.start;
+        at(i).joint = before.end;
+        at(i).next = at(j).previous = static_cast<int>(links_.size());
+        links_.push_back(link);
+        ++left_;
     }
 
     /// Puts the piece on the list of those that have to go, if it has to: run over by its joints,
@@ -310,6 +439,7 @@ private:
     {
         Link& link = at(i);
         ++link.version;
+        if (link.isBridge) return;
         const double length = move_.lengthBetween(link.piece, startOf(i), endOf(i));
         const bool meetsItself = link.piece.isArc && !(length < kWholeTurn * link.piece.radius);
         if (move_.isThere(length) && !meetsItself) return;
@@ -321,7 +451,8 @@ private:
     detail::SidewiseMove move_;
     bool isClosed_;
     int left_ = 0;
-    std::vector<Link> links_;
+    int count_ = 0;            ///< of pieces in the beginning
+    std::vector<Link> links_;  ///< bridges at the end
     std::priority_queue<Doomed> doomed_;
 };
 
@@ -341,7 +472,7 @@ double turnsOf(IcommonFunc& geometry, const Figure& figure)
         const Point2DF arriving = directionAt(before, before.to);
         const Point2DF leaving = directionAt(after, after.from);
         if (detail::turnsBack(arriving, leaving)) return 0.0;
-        turn += before.clockwise ? -before.sweep : before.sweep;
+        turn += turnAlong(before);
         turn += detail::turnOf(arriving, leaving);
         before = after;
     }

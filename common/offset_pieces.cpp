@@ -17,6 +17,12 @@ constexpr double kEndsCoincide = 1e-6;
 constexpr double kVanished = 1e-9;
 /// Sine of the angle between two directions up to which they are parallel.
 constexpr double kParallelDirections = 1e-6;
+/// Multiple of the distance by which a piece is carried on past its end, beyond what has vanished.
+constexpr double kFarthestJoint = 10.0;
+/// Sine of the angle between two directions up to which one line may be the other's continuation.
+constexpr double kRunsOn = 0.05;
+/// Cosine of the angle between two directions from which lines run against each other.
+constexpr double kAgainst = -0.9;
 /// Share of their distances by which two intersections must differ for one to be nearer.
 constexpr double kEquallyNear = 1e-9;
 /// Drawing units: directions from a centre to ends this close together say little.
@@ -41,6 +47,13 @@ double turnAlong(const MovedPiece& arc, const Point2DF& a, const Point2DF& b)
 double ahead(const MovedPiece& piece, const Point2DF& a, const Point2DF& b)
 {
     return piece.isArc ? turnAlong(piece, a, b) : dot(b - a, piece.along);
+}
+
+/// Of the whole piece and of its segment.
+double bulgeOf(const MovedPiece& piece)
+{
+    if (!piece.isArc) return 0.0;
+    return std::tan(piece.sweep / (piece.clockwise ? -4 : 4));
 }
 
 struct Intersections {
@@ -98,6 +111,11 @@ bool turnsBack(const Point2DF& arriving, const Point2DF& leaving)
     return areParallel(arriving, leaving) && dot(arriving, leaving) < 0;
 }
 
+bool runAgainst(const MovedPiece& before, const MovedPiece& after)
+{
+    return !before.isArc && !after.isArc && dot(before.along, after.along) < kAgainst;
+}
+
 SidewiseMove::SidewiseMove(IcommonFunc& geometry, double distance)
     : geometry_(geometry), distance_(distance), unit_(std::max(1.0, std::fabs(distance)))
 {
@@ -145,6 +163,28 @@ MovedPiece SidewiseMove::connect(const MovedPiece& before, const MovedPiece& aft
     return arc;
 }
 
+MovedPiece SidewiseMove::lead(const MovedPiece& before, const MovedPiece& after) const
+{
+    MovedPiece line;
+    line.from = line.start = before.end;
+    line.to = line.end = after.start;
+    line.length = length(line.end - line.start);
+    line.along = (1 / line.length) * (line.end - line.start);
+    return line;
+}
+
+// Pieces without a joint hardly ever cross, so the ends and the middle tell about all of it.
+bool SidewiseMove::isWithinReach(const MovedPiece& piece, const MovedPiece& other) const
+{
+    const double reach = std::fabs(distance_) + kEndsCoincide * unit_;
+    const auto isNear = [&](const Point2DF& p) {
+        return geometry_.pointBulgeSegmentDistSquared(p, other.from, other.to, bulgeOf(other)) <=
+               reach * reach;
+    };
+    const Point2DF middle = geometry_.arcMidPoint(piece.start, piece.end, bulgeOf(piece));
+    return isNear(piece.start) && isNear(middle) && isNear(piece.end);
+}
+
 bool SidewiseMove::isThere(double length) const
 {
     return length > kVanished * unit_;
@@ -162,16 +202,42 @@ bool SidewiseMove::isOuterCorner(const MovedPiece& before, const MovedPiece& aft
     return turnsBack(arriving, leaving) || cross(arriving, leaving) * distance_ < 0;
 }
 
-std::optional<Point2DF> SidewiseMove::joint(const MovedPiece& before, const MovedPiece& after,
-                                            bool areNeighbours) const
+bool SidewiseMove::haveCollided(const MovedPiece& before, const MovedPiece& after,
+                                const Between& between) const
 {
-    // Lines that have come to lie on each other because all between them has vanished are the last
-    // trace of a strip.
-    const bool areLines = !before.isArc && !after.isArc;
-    if (areLines && !areNeighbours && turnsBack(before.along, after.along)) return std::nullopt;
-    if (endsCoincide(before, after)) return midpoint(before.end, after.start);
-    if (areLines) return linesMeet(before, after);
+    if (between.areNeighbours || before.isArc || after.isArc) return false;
+    const double inwards = distance_ > 0 ? between.turn : -between.turn;
+    return inwards >= kPi || turnsBack(before.along, after.along);
+}
 
+std::optional<Point2DF> SidewiseMove::joint(const MovedPiece& before, const MovedPiece& after,
+                                            const Between& between) const
+{
+    if (haveCollided(before, after, between)) return std::nullopt;
+    if (endsCoincide(before, after)) return midpoint(before.end, after.start);
+    const auto found = carriersMeet(before, after, between.areNeighbours);
+    if (!found || between.areNeighbours) return found;
+    const bool prolongsBefore = ahead(before, before.end, *found) > 0;
+    const bool prolongsAfter = ahead(after, *found, after.start) > 0;
+    const double farthest = kFarthestJoint * std::fabs(distance_);
+    if ((prolongsBefore && length(*found - before.end) > farthest) ||
+        (prolongsAfter && length(*found - after.start) > farthest))
+        return std::nullopt;
+    // Across a gap, lines that turn away from their parallels are both prolonged or do not meet;
+    // those that run on, but for the accuracy of the drawing, meet anywhere.
+    if (before.isArc || after.isArc || areParallel(before.along, after.along)) return found;
+    const Point2DF gap = after.start - before.end;
+    if (!(dot(gap, before.along) > 0 && dot(gap, after.along) > 0)) return found;
+    const double turn = cross(before.along, after.along);
+    const bool isCut = turn * distance_ < 0 && !(prolongsBefore && prolongsAfter);
+    return isCut || std::fabs(turn) < kRunsOn ? std::nullopt : found;
+}
+
+std::optional<Point2DF> SidewiseMove::carriersMeet(const MovedPiece& before,
+                                                   const MovedPiece& after,
+                                                   bool areNeighbours) const
+{
+    if (!before.isArc && !after.isArc) return linesMeet(before, after);
     Intersections found;
     if (before.isArc && after.isArc) {
         found.count = geometry_.intersectCircles(before.centre, before.radius, after.centre,

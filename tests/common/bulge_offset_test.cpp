@@ -111,6 +111,9 @@ TEST_F(BulgeOffset, LiesAtTheDistance)
         const bool isClosed = c.figure.points.first() == c.figure.points.last();
         EXPECT_EQ(out.points.first() == out.points.last(), isClosed) << c.name;
         EXPECT_TRUE(c.area == 0 || std::fabs(area(out) - c.area) < 1e-9) << c.name << area(out);
+        EXPECT_NEAR(geometry.polygonArea(sampledRing(geometry, out.points, out.bulges, 1000)),
+                    std::fabs(area(out)), 1e-3)
+            << c.name;
 
         const Figure near = out;
         ASSERT_TRUE(offset({moved(c.figure.points, kSurvey), c.figure.bulges}, c.distance));
@@ -141,6 +144,59 @@ TEST_F(BulgeOffset, VanishesWhenNothingIsLeft)
     for (const auto& [figure, distance] : cases) {
         EXPECT_FALSE(offset(figure, distance)) << figure.points.size() << ' ' << distance;
         EXPECT_TRUE(out.points.size() == 1 && out.bulges.size() == 1);
+    }
+}
+
+/// A slot narrower than twice the distance, its sides measured not quite parallel, its mouth not
+/// quite level: nothing but the slot may change.
+TEST_F(BulgeOffset, UsedUpSlotsLeaveTheRest)
+{
+    std::mt19937 random(7);
+    for (int i = 0; i < 200; ++i) {
+        const double side =
+            i % 2 ? 1 : -1;  // niches on the left, slots on the right of the outline
+        const double accuracy = std::pow(10, uniform(random, -8, -2));
+        const int slots = 1 + i % 6;
+        Figure plate{{{0, 20}, {0, 0}}, {}};
+        for (int k = 0; k < slots; ++k)
+            for (const auto& [x, y] : {std::pair(3, 0), {3, 3}, {4, 3}, {4, 0}})
+                plate.points.append({4.0 * k + x, -y * side});
+        const double width = 4.0 * slots + 3;
+        for (const Point2DF& p : {Point2DF(width, 0), Point2DF(width, 20)}) plate.points.append(p);
+        for (Point2DF& p : plate.points)
+            p += Point2DF(uniform(random, 0, accuracy), uniform(random, 0, accuracy));
+        plate.points.append(Point2DF(plate.points.first()));
+        const double distance = side * uniform(random, 0.6, 4);
+        ASSERT_TRUE(offset(plate, distance)) << i;
+        EXPECT_NEAR(area(out), (width - 2 * distance) * (20 - 2 * distance), 60 * accuracy) << i;
+        EXPECT_GT(reach(plate).first, std::fabs(distance) - accuracy) << i;
+    }
+}
+
+/// Arcs that cross right behind their corner leave a sliver in which their parallels do not meet.
+TEST_F(BulgeOffset, SliversBetweenArcsSpoilNothingElse)
+{
+    std::mt19937 random(9);
+    Figure scallops;
+    for (int i = 0; i < 1000; ++i) {
+        scallops.points.append({2.0 * i, uniform(random, 0, 2)});
+        scallops.bulges.append(uniform(random, -1, 1));
+    }
+    for (const double distance : {0.01, -0.2}) {
+        ASSERT_TRUE(offset(scallops, distance));
+        const Figure parallel = out;
+        const auto isMissing = [&](int i) {  // the middle of arc i, moved
+            const Point2DF chord = scallops.points[i + 1] - scallops.points[i];
+            const Point2DF middle = geometry.arcMidPoint(scallops.points[i], scallops.points[i + 1],
+                                                         scallops.bulges[i]);
+            const double share = distance / std::hypot(chord.x(), chord.y());
+            return geometry.pointBulgePolylineDistSquared(
+                       middle + share * Point2DF(-chord.y(), chord.x()), parallel.points,
+                       parallel.bulges) > 1e-12;
+        };
+        int missing = 0;
+        for (int i = 0; i + 1 < scallops.points.size(); ++i) missing += isMissing(i) ? 1 : 0;
+        EXPECT_LT(missing, 3) << distance;
     }
 }
 
