@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
 #include <cstdint>
 
@@ -62,11 +61,6 @@ void sortByPosition(Cuts& cuts)
 
 }  // namespace
 
-bool isRaised(bool* flag)
-{
-    return flag && std::atomic_ref(*flag).load(std::memory_order_relaxed);
-}
-
 CAutoDiv::CAutoDiv()
     : geometry_(tav::kObjectCapacity), points_(2), otherPoints_(2), bulges_(2), otherBulges_(2)
 {
@@ -106,29 +100,71 @@ void CAutoDiv::addSegment(const SegmentKey& segment, int cutFlag, int /*secondFl
 void CAutoDiv::addSegments(SegmentSet set)
 {
     segments_.reserve(set.segments.size());
-    for (const SegmentKey& segment : set.segments) addSegment(segment, 1, 0);
+    CancelCheck check(cancelFlag_);
+    for (const SegmentKey& segment : set.segments) {
+        check();
+        addSegment(segment, 1, 0);
+    }
     given_ = std::move(set);
 }
 
 void CAutoDiv::divide(bool directed)
 {
-    std::vector<SegmentKey> cutPieces;
-    cutPieces.reserve(segments_.size());
-    bool allWhole = !directed && given_.segments.size() == segments_.size();
-    for (std::size_t i = 0; i < segments_.size(); ++i) {
-        if (!segments_[i].isCut) continue;
-        if (!collectCuts(i)) return;
-        if (!appendPieces(segments_[i].shape, cutPieces)) allWhole = false;
+    try {
+        cutAndMerge(directed);
+    } catch (const Cancelled&) {
     }
+}
+
+void CAutoDiv::cutAndMerge(bool directed)
+{
+    CancelCheck check(cancelFlag_);
+    std::vector<PieceRange> rangeOf(segments_.size());
+    std::vector<SegmentKey> cutPieces;
+    cutAll(rangeOf, cutPieces);
+    const bool allWhole =
+        !directed && given_.segments.size() == segments_.size() &&
+        std::all_of(rangeOf.begin(), rangeOf.end(), [](const PieceRange& r) { return r.isWhole; });
     // A set that nothing has cut is its own set of pieces.
-    pieces_ = allWhole ? std::move(given_) : mergeEqualSegments(cutPieces, directed);
+    if (allWhole) {
+        pieces_ = std::move(given_);
+    } else {
+        std::vector<SegmentKey> pieces;
+        pieces.reserve(segments_.size() + cutPieces.size());
+        for (std::size_t i = 0; i < segments_.size(); ++i) {
+            check();
+            if (rangeOf[i].isWhole) pieces.push_back(segments_[i].shape);
+            pieces.insert(pieces.end(),
+                          cutPieces.begin() + static_cast<std::ptrdiff_t>(rangeOf[i].begin),
+                          cutPieces.begin() + static_cast<std::ptrdiff_t>(rangeOf[i].end));
+        }
+        pieces_ = mergeEqualSegments(pieces, directed, check);
+    }
     given_ = {};
     tree_.removeAll();
     segments_.clear();
 }
 
-/// Gathers the sorted cuts of one segment; false when the cancel flag was seen.
-bool CAutoDiv::collectCuts(std::size_t index)
+/// Cuts every segment that is to be cut, in the order of the tree's leaves: neighbours there are
+/// neighbours in the drawing, and share a search.
+void CAutoDiv::cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>& pieces)
+{
+    CancelCheck check(cancelFlag_);
+    tree_.forEachWithOverlaps([&](void* id, std::span<void* const> hits) {
+        const std::size_t i = indexOf(id);
+        check();
+        if (!segments_[i].isCut) return CRTree::Walk::On;
+        collectCuts(i, hits);
+        rangeOf[i].begin = pieces.size();
+        rangeOf[i].isWhole = appendPieces(segments_[i].shape, pieces);
+        if (rangeOf[i].isWhole) pieces.pop_back();
+        rangeOf[i].end = pieces.size();
+        return CRTree::Walk::On;
+    });
+}
+
+/// Gathers the sorted cuts of one segment.
+void CAutoDiv::collectCuts(std::size_t index, std::span<void* const> hits)
 {
     const SegmentKey& segment = segments_[index].shape;
     cuts_.clear();
@@ -136,21 +172,14 @@ bool CAutoDiv::collectCuts(std::size_t index)
     points_[0] = segment.a;
     points_[1] = segment.b;
     bulges_[0] = segment.bulge;
-
-    bool cancelled = false;
-    tree_.forEachOverlapping(segments_[index].box, [&](void* id) {
-        const std::size_t other = indexOf(id);
-        if (other == index) return CRTree::Walk::On;
-        cancelled = isRaised(cancelFlag_);
-        if (cancelled) return CRTree::Walk::End;
+    for (void* const hit : hits) {
+        const std::size_t other = indexOf(hit);
+        if (other == index) continue;
+        if (isRaised(cancelFlag_)) throw Cancelled();
         appendCrossings(segment, segments_[other].shape);
-        return CRTree::Walk::On;
-    });
-    if (cancelled) return false;
-
+    }
     sortByPosition(cuts_);
     cuts_.push_back({segment.b, 1.0});
-    return true;
 }
 
 /// Whether two straight segments share an end exactly and run apart from there: a common vertex, which
@@ -158,8 +187,12 @@ bool CAutoDiv::collectCuts(std::size_t index)
 bool CAutoDiv::meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const
 {
     if (segment.bulge != 0 || other.bulge != 0) return false;
-    if (!(segment.a == other.a || segment.a == other.b || segment.b == other.a ||
-          segment.b == other.b))
+    // Without branches: which end is shared is not foreseen.
+    const auto isSame = [](const tav::Point2DF& p, const tav::Point2DF& q) {
+        return static_cast<int>(p.x() == q.x()) & static_cast<int>(p.y() == q.y());
+    };
+    if ((isSame(segment.a, other.a) | isSame(segment.a, other.b) | isSame(segment.b, other.a) |
+         isSame(segment.b, other.b)) == 0)
         return false;
     const tav::Point2DF u = segment.b - segment.a;
     const tav::Point2DF v = other.b - other.a;

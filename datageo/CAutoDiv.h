@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -8,9 +9,6 @@
 #include "rtree/CRTree.h"
 
 namespace calcora {
-
-/// Reads a flag that another thread may raise at any time; a null flag is never raised.
-bool isRaised(bool* flag);
 
 /// Cuts segments and arcs at their mutual crossings, touchings and overlaps, so that the pieces
 /// meet only at their ends. One object lives for one extraction.
@@ -28,10 +26,11 @@ public:
     CAutoDiv(const CAutoDiv&) = delete;
     CAutoDiv& operator=(const CAutoDiv&) = delete;
 
-    /// The caller's stop request, read before each intersection test. May be null.
+    /// The caller's stop request, read before each intersection test and on the way through all
+    /// longer work. May be null.
     void setCancelFlag(bool* flag) { cancelFlag_ = flag; }
 
-    /// Stores the segments of a set, all to be cut.
+    /// Stores the segments of a set, all to be cut. Throws Cancelled when the flag is seen.
     void addSegments(SegmentSet set);
 
     /// Stores one segment. With a cut flag of 0 it gives no pieces but still cuts others; the second
@@ -60,7 +59,16 @@ private:
     };
 
     RTreeRect boxOf(const SegmentKey& segment);
-    bool collectCuts(std::size_t index);
+    /// The pieces of one segment in a list of pieces; none of its own when nothing has cut it.
+    struct PieceRange {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        bool isWhole = false;
+    };
+
+    void cutAndMerge(bool directed);
+    void cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>& pieces);
+    void collectCuts(std::size_t index, std::span<void* const> hits);
     void appendCrossings(const SegmentKey& segment, const SegmentKey& other);
     bool meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const;
     bool appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const;

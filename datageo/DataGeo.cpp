@@ -6,8 +6,10 @@
 
 #include "common/commonFunc.h"
 #include "common/detail/arc.h"
+#include "common/detail/ring_pieces.h"
 #include "common/detail/sort_points.h"
 #include "datageo/autob/CAutoLoop.h"
+#include "detail/exact_class.h"
 #include "tavrel/NormalObject.h"
 
 namespace detail = calcora::detail;
@@ -28,6 +30,21 @@ constexpr double kShortEdgeSquared = 1e-7;
 
 /// Bulge below which an edge is crossed as a straight one.
 constexpr double kStraightCrossingBulge = 1e-12;
+
+/// signedBulgeArea of a ring without arcs.
+double straightRingArea(const IDataGeo::Points& points)
+{
+    const tav::Point2DF* vertex = points.constData();
+    const int n = points.size();
+    double area = 0;
+    tav::Point2DF previous;  // relative to the first point
+    for (int i = 1; i <= n; ++i) {
+        const tav::Point2DF next = vertex[i < n ? i : 0] - vertex[0];
+        area += (previous.x() + next.x()) / 2 * (previous.y() - next.y());
+        previous = next;
+    }
+    return area;
+}
 
 }  // namespace
 
@@ -112,6 +129,8 @@ double DataGeo::polygonAreaAbs(const Points& polygon)
 /// Signed area of a closed polyline with arcs, positive when it runs clockwise (x right, y up).
 double DataGeo::signedBulgeArea(const Points& points, const Values& bulges)
 {
+    if (detail::isExactly(*this) && detail::isStraightRing(points, bulges))
+        return straightRingArea(points);
     Points ring;
     Values ringBulges;
     insertArcExtremes(points, bulges, true, false, true, ring, ringBulges);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "calcora/IDataGeo.h"
+#include "datageo/segments.h"
 #include "tavrel/PlainObject.h"
 
 /// Operations on line work: IDataGeo implemented. It holds no state, so objects are cheap and two
@@ -56,6 +57,12 @@ public:
 private:
     double signedBulgeArea(const Points& points, const Values& bulges);
     bool crossesRay(const Point2DF& from, const Point2DF& to, double bulge, const Point2DF& point);
-    void sortLoops(const std::vector<Points>& found, const std::vector<Values>& foundBulges,
-                   PointLists& loops, ValueLists& loopBulges);
+    bool isShort(const Points& line, const Values& bulges);
+    std::vector<calcora::SegmentKey> segmentsOf(const PointLists& lines,
+                                                const ValueLists& lineBulges, double snapTolerance,
+                                                bool* cancel);
+    std::vector<calcora::SegmentKey> closedSegmentsOf(const PointLists& lines,
+                                                      const ValueLists& lineBulges, bool* cancel);
+    void sortLoops(std::vector<Points> found, std::vector<Values> foundBulges, PointLists& loops,
+                   ValueLists& loopBulges);
 };

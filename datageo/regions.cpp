@@ -1,14 +1,15 @@
 // Loop extraction: line work in, closed loops out.
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "common/detail/key_sort.h"
 #include "common/detail/primitives.h"
 #include "datageo/CAutoDiv.h"
 #include "datageo/DataGeo.h"
 #include "datageo/autob/CAutoLoop.h"
 #include "datageo/autob/FuzzyPointSet.h"
 #include "datageo/segments.h"
+#include "detail/exact_class.h"
 #include "tavrel/NormalObject.h"
 
 using calcora::SegmentKey;
@@ -32,6 +33,8 @@ constexpr int kOutlines = 1;
 class Snapper {
 public:
     explicit Snapper(double tolerance) : isOn_(tolerance > 0), set_(tolerance) {}
+
+    bool isOn() const { return isOn_; }
 
     tav::Point2DF snapped(const tav::Point2DF& p)
     {
@@ -66,51 +69,94 @@ calcora::SegmentSet divided(const std::vector<SegmentKey>& segments, bool direct
 {
     calcora::CAutoDiv divider;
     divider.setCancelFlag(cancel);
-    divider.addSegments(calcora::mergeEqualSegments(segments, false));
+    divider.addSegments(calcora::mergeEqualSegments(segments, false, calcora::CancelCheck(cancel)));
     divider.divide(directed);
     return divider.takePieces();
 }
 
 }  // namespace
 
-void DataGeo::buildRegions(const PointLists& lines, const ValueLists& lineBulges, PointLists& loops,
-                           ValueLists& loopBulges, bool outerBoundaries, bool* cancel,
-                           double snapTolerance)
+/// The segments of all polylines that are long enough, their ends snapped.
+std::vector<SegmentKey> DataGeo::segmentsOf(const PointLists& lines, const ValueLists& lineBulges,
+                                            double snapTolerance, bool* cancel)
 {
     static const Values noBulges;
     Snapper snapper(snapTolerance);
+    calcora::CancelCheck check(cancel);
     std::vector<SegmentKey> segments;
+    segments.reserve(static_cast<std::size_t>(lines.size()));
     Points snapped;
     for (int i = 0; i < lines.size(); ++i) {
         const Points& line = lines[i];
         const Values& bulges = i < lineBulges.size() ? lineBulges[i] : noBulges;
-        if (polylineLengthWithBulges(line, bulges, false) < kShortestPolyline) continue;
+        check();
+        if (isShort(line, bulges)) continue;
+        if (!snapper.isOn()) {
+            appendSegments(line, bulges, segments);
+            continue;
+        }
         snapped.clear();
-        for (const Point2DF& p : line) snapped.append(snapper.snapped(p));
+        for (const Point2DF& p : line) {
+            check();
+            snapped.append(snapper.snapped(p));
+        }
         appendSegments(snapped, bulges, segments);
     }
+    return segments;
+}
 
+void DataGeo::buildRegions(const PointLists& lines, const ValueLists& lineBulges, PointLists& loops,
+                           ValueLists& loopBulges, bool outerBoundaries, bool* cancel,
+                           double snapTolerance)
+{
     AutoB::CAutoLoop builder;
     builder.setCancelFlag(cancel);
-    builder.addSegments(divided(segments, false, cancel), true);
-    builder.buildLoops(outerBoundaries ? kOutlines : kRegions);
-    sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
+    builder.leaveTagsOut();
+    try {
+        const auto segments = segmentsOf(lines, lineBulges, snapTolerance, cancel);
+        builder.addSegments(divided(segments, false, cancel), true);
+        builder.buildLoops(outerBoundaries ? kOutlines : kRegions);
+    } catch (const calcora::Cancelled&) {
+        // The builder has no loops yet.
+    }
+    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges);
 }
 
 void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& lineBulges,
                                    PointLists& loops, ValueLists& loopBulges, bool* cancel)
 {
+    AutoB::CAutoLoop builder;
+    builder.setCancelFlag(cancel);
+    builder.leaveTagsOut();
+    try {
+        const auto segments = closedSegmentsOf(lines, lineBulges, cancel);
+        builder.addSegments(divided(segments, true, cancel), false);
+        builder.buildDirectedLoops();
+    } catch (const calcora::Cancelled&) {
+        // The builder has no loops yet.
+    }
+    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges);
+}
+
+/// The segments of all figures that are long enough, clockwise and closed, their vertices snapped.
+std::vector<SegmentKey> DataGeo::closedSegmentsOf(const PointLists& lines,
+                                                  const ValueLists& lineBulges, bool* cancel)
+{
     static const Values noBulges;
     Snapper snapper(kDirectedSnapTolerance);
     commonFunc geometry(tav::kObjectCapacity);
+    calcora::CancelCheck check(cancel);
     std::vector<SegmentKey> segments;
     for (int i = 0; i < lines.size(); ++i) {
         const Points& line = lines[i];
         Values bulges = i < lineBulges.size() ? lineBulges[i] : noBulges;
-        if (polylineLengthWithBulges(line, bulges, false) < kShortestPolyline) continue;
+        if (isShort(line, bulges)) continue;
         Points figure;
         figure.reserve(line.size() + 1);
-        for (const Point2DF& p : line) figure.append(snapper.snapped(p));
+        for (const Point2DF& p : line) {
+            check();
+            figure.append(snapper.snapped(p));
+        }
         if (signedBulgeArea(figure, bulges) < 0) {
             reversePointList(figure);
             geometry.reverseBulges(bulges);
@@ -122,40 +168,39 @@ void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& li
         }
         appendSegments(figure, bulges, segments);
     }
+    return segments;
+}
 
-    AutoB::CAutoLoop builder;
-    builder.setCancelFlag(cancel);
-    builder.addSegments(divided(segments, true, cancel), false);
-    builder.buildDirectedLoops();
-    sortLoops(builder.loops(), builder.loopBulges(), loops, loopBulges);
+/// Whether the polyline is too short to bound anything, or has not as many bulges as points.
+bool DataGeo::isShort(const Points& line, const Values& bulges)
+{
+    // Lengths are never negative: a first edge that is long enough decides.
+    const bool isLong = calcora::detail::isExactly(*this) && line.size() >= 2 &&
+                        bulges.size() == line.size() &&
+                        segmentLengthWithBulge(line[0], line[1], bulges[0]) >= kShortestPolyline;
+    return !isLong && polylineLengthWithBulges(line, bulges, false) < kShortestPolyline;
 }
 
 /// Replaces the outputs by the loops, smallest area first, equal areas in the order found. A loop
 /// whose area is no number goes last.
-void DataGeo::sortLoops(const std::vector<Points>& found, const std::vector<Values>& foundBulges,
+void DataGeo::sortLoops(std::vector<Points> found, std::vector<Values> foundBulges,
                         PointLists& loops, ValueLists& loopBulges)
 {
-    struct Sized {
-        double area;
-        std::size_t index;
-    };
-    std::vector<Sized> order;
+    std::vector<calcora::detail::KeyedIndex> order;
     order.reserve(found.size());
     for (std::size_t i = 0; i < found.size(); ++i) {
         const double area = std::fabs(signedBulgeArea(found[i], foundBulges[i]));
-        order.push_back({std::isnan(area) ? HUGE_VAL : area, i});
+        order.push_back({std::isnan(area) ? HUGE_VAL : area, static_cast<int>(i)});
     }
-    std::sort(order.begin(), order.end(), [](const Sized& a, const Sized& b) {
-        return a.area < b.area || (a.area == b.area && a.index < b.index);
-    });
+    calcora::detail::sortByKey(order);
 
     PointLists sorted;
     ValueLists sortedBulges;
     sorted.reserve(static_cast<int>(order.size()));
     sortedBulges.reserve(static_cast<int>(order.size()));
-    for (const Sized& loop : order) {
-        sorted.append(found[loop.index]);
-        sortedBulges.append(foundBulges[loop.index]);
+    for (const auto& loop : order) {
+        sorted.append(std::move(found[static_cast<std::size_t>(loop.index)]));
+        sortedBulges.append(std::move(foundBulges[static_cast<std::size_t>(loop.index)]));
     }
     loops = std::move(sorted);
     loopBulges = std::move(sortedBulges);

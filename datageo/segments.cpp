@@ -14,6 +14,9 @@ namespace {
 /// Difference of bulges below which two segments with the same ends are one.
 constexpr double kEqualBulge = 1e-7;
 
+/// Segments whose ends' memory is asked for before they are looked up.
+constexpr std::size_t kSearchesAhead = 6;
+
 /// A segment as the order sees it: ranks of its ends, turned where turning applies.
 struct Ranked {
     int second;
@@ -28,7 +31,7 @@ struct Grouped {
 };
 
 /// Numbers the ends of the segments in the fuzzy order.
-void rankEnds(const std::vector<SegmentKey>& segments, SegmentSet& set)
+void rankEnds(const std::vector<SegmentKey>& segments, SegmentSet& set, CancelCheck& check)
 {
     AutoB::FuzzyPointSet points(kNodeTolerance);
     points.reserve(segments.size());
@@ -38,23 +41,39 @@ void rankEnds(const std::vector<SegmentKey>& segments, SegmentSet& set)
         if (!(points.points()[static_cast<std::size_t>(number)] == end)) set.endsAreExact = false;
         return number;
     };
-    for (const SegmentKey& segment : segments) {
-        const int a = numberOf(segment.a);
+    const tav::Point2DF* last = nullptr;
+    const std::size_t n = segments.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        check();
+        if (i + 2 * kSearchesAhead < n) {
+            points.prefetch(segments[i + 2 * kSearchesAhead].a);
+            points.prefetch(segments[i + 2 * kSearchesAhead].b);
+        }
+        if (i + kSearchesAhead < n) {
+            points.prefetchNext(segments[i + kSearchesAhead].a);
+            points.prefetchNext(segments[i + kSearchesAhead].b);
+        }
+        const SegmentKey& segment = segments[i];
+        // Pieces of one segment follow each other.
+        const bool goesOn = last && *last == segment.a;
+        const int a = goesOn ? set.endsOf.back().second : numberOf(segment.a);
+        last = &segment.b;
         const int b = numberOf(segment.b);
         set.endsOf.emplace_back(a, b);
     }
-    const std::vector<int> rank = points.ranks();
+    const std::vector<int> rank = points.ranks(check);
     set.ends.resize(rank.size());
     for (std::size_t i = 0; i < rank.size(); ++i)
         set.ends[static_cast<std::size_t>(rank[i])] = points.points()[i];
     for (auto& [a, b] : set.endsOf) {
+        check();
         a = rank[static_cast<std::size_t>(a)];
         b = rank[static_cast<std::size_t>(b)];
     }
 }
 
 Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, const SegmentSet& set,
-                        bool directed)
+                        bool directed, CancelCheck& check)
 {
     const auto& ends = set.endsOf;
     const auto isTurned = [&](std::size_t i) {
@@ -65,16 +84,21 @@ Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, const SegmentSe
     };
     Grouped grouped;
     grouped.groupEnds.assign(set.ends.size() + 1, 0);
-    for (std::size_t i = 0; i < segments.size(); ++i) ++grouped.groupEnds[firstOf(i) + 1];
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        check();
+        ++grouped.groupEnds[firstOf(i) + 1];
+    }
     for (std::size_t i = 1; i < grouped.groupEnds.size(); ++i)
         grouped.groupEnds[i] += grouped.groupEnds[i - 1];
 
     // groupEnds[r] is the place of the next segment of group r, and its end once all are placed.
     grouped.segments.resize(segments.size());
-    for (std::size_t i = 0; i < segments.size(); ++i)
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        check();
         grouped.segments[grouped.groupEnds[firstOf(i)]++] = {
             isTurned(i) ? ends[i].first : ends[i].second, static_cast<int>(i),
             isTurned(i) ? -segments[i].bulge : segments[i].bulge};
+    }
     return grouped;
 }
 
@@ -102,11 +126,12 @@ void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vecto
 
 }  // namespace
 
-SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed)
+SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
+                              CancelCheck check)
 {
     SegmentSet set;
-    rankEnds(segments, set);
-    Grouped grouped = groupByFirstEnd(segments, set, directed);
+    rankEnds(segments, set, check);
+    Grouped grouped = groupByFirstEnd(segments, set, directed, check);
     std::vector<int> arrivals;
     arrivals.reserve(segments.size());
     std::vector<Ranked> kept;
@@ -114,6 +139,7 @@ SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool dire
         return a.second < b.second || (a.second == b.second && a.arrival < b.arrival);
     };
     for (std::size_t begin = 0; const std::size_t groupEnd : grouped.groupEnds) {
+        check();
         std::span<Ranked> group(grouped.segments.data() + begin, groupEnd - begin);
         std::sort(group.begin(), group.end(), bySecondEnd);
         for (std::size_t i = 0; i < group.size();) {
@@ -129,6 +155,7 @@ SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool dire
     endsOf.reserve(arrivals.size());
     set.segments.reserve(arrivals.size());
     for (const int arrival : arrivals) {
+        check();
         set.segments.push_back(segments[static_cast<std::size_t>(arrival)]);
         endsOf.push_back(set.endsOf[static_cast<std::size_t>(arrival)]);
     }

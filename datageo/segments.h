@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "datageo/cancel.h"
 #include "tavrel/points.h"
 
 namespace calcora {
@@ -39,6 +40,7 @@ struct SegmentSet {
 /// segment and its reverse are equal. Of equal segments the first stays, in its own direction.
 /// The order is that of the first ends, then of the second ends, then of the bulges (turned where
 /// turned), ends in the order of AutoB::FuzzyPointSet::ranks().
-SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed);
+SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
+                              CancelCheck check = CancelCheck());
 
 }  // namespace calcora

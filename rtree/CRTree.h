@@ -1,7 +1,10 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
+#include <span>
 #include <type_traits>
+#include <vector>
 
 #include "calcora/ICRTree.h"
 #include "rtree/detail/NodePool.h"
@@ -64,6 +67,13 @@ public:
             }
         });
     }
+
+    /// Calls `visit(void* id, std::span<void* const> hits)` for every entry, leaf by leaf, with the
+    /// ids whose rectangles overlap the entry's own, itself among them, in the order in which
+    /// forEachOverlapping would find them. The entries of a leaf share one search. The visitor
+    /// returns a Walk; it must not change the tree.
+    template <class Visitor>
+    void forEachWithOverlaps(Visitor&& visit) const;
 
 private:
     friend class calcora::rtree::Inspector;
@@ -131,3 +141,33 @@ private:
     bool isReset_ = false;
     bool isOrdinary_ = true;  ///< all rectangles stored since the tree was empty are ordinary
 };
+
+template <class Visitor>
+void CRTree::forEachWithOverlaps(Visitor&& visit) const
+{
+    using namespace calcora::rtree;
+    const auto everySlot = [](const Node& node) -> unsigned { return node.used; };
+    std::vector<const Leaf*> near;
+    std::vector<void*> hits;
+    const auto visitEntry = [&](const Leaf& leaf, int slot) {
+        if (slot == leaf.firstUsed()) {
+            const RTreeRect cover = nodeCover(leaf);
+            near.clear();
+            walkLeaves(
+                root_, [&](const Inner& inner) { return overlapMask(inner.rects, cover); },
+                [&](const Leaf& other) {
+                    near.push_back(&other);
+                    return 0u;
+                },
+                [](const Leaf&, int) { return Walk::On; });
+        }
+        const RTreeRect rect = leaf.rects.at(slot);
+        hits.clear();
+        for (const Leaf* other : near)
+            for (unsigned slots = overlapMask(other->rects, rect) & other->used; slots != 0;
+                 slots &= slots - 1)
+                hits.push_back(other->ids[std::countr_zero(slots)]);
+        return visit(leaf.ids[slot], std::span<void* const>(hits));
+    };
+    walkLeaves(root_, everySlot, everySlot, visitEntry);
+}

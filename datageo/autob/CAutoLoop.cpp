@@ -70,16 +70,20 @@ CAutoLoop::~CAutoLoop() = default;
 
 void CAutoLoop::addSegments(const calcora::SegmentSet& set, bool keepDirection)
 {
+    calcora::CancelCheck check(cancelFlag_);
     edges_.reserve(edges_.size() + set.segments.size() * 2);
     if (!edges_.empty() || !set.endsAreExact) {
-        for (const calcora::SegmentKey& segment : set.segments)
+        for (const calcora::SegmentKey& segment : set.segments) {
+            check();
             addSegment(segment, keepDirection, 0);
+        }
         return;
     }
     // No two of the set's ends are within the tolerance, so they are the nodes, whatever the order.
     nodePoints_ = set.ends;
     nodesAreInSetOrder_ = true;
     for (std::size_t i = 0; i < set.segments.size(); ++i) {
+        check();
         const auto& [a, b, bulge] = set.segments[i];
         if (!(pointDistSquared(a, b) > kRepeatSquared)) continue;
         const auto [start, end] = set.endsOf[i];

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "common/commonFunc.h"
@@ -72,10 +73,15 @@ public:
     CAutoLoop(const CAutoLoop&) = delete;
     CAutoLoop& operator=(const CAutoLoop&) = delete;
 
-    /// The caller's stop request, read before each walk of buildLoops(). May be null.
+    /// The caller's stop request, read before each walk of buildLoops() and on the way through all
+    /// longer work. May be null.
     void setCancelFlag(bool* flag) { cancelFlag_ = flag; }
 
-    /// Adds the segments of a set, which become two-point polylines with tag 0.
+    /// Loops found from now on get no tags.
+    void leaveTagsOut() { keepsTags_ = false; }
+
+    /// Adds the segments of a set, which become two-point polylines with tag 0. Throws Cancelled
+    /// when the flag is seen.
     void addSegments(const calcora::SegmentSet& set, bool keepDirection);
 
     /// Adds a polyline; bulge i belongs to the segment from point i to point i + 1, missing bulges
@@ -93,12 +99,14 @@ public:
 
     /// Traces loops along half-edges marked `againstInput` only; any other half-edge that a walk
     /// comes to is used up together with the walk. Keeps counter-clockwise loops of two or more
-    /// points. The cancel flag is not looked at.
+    /// points. The cancel flag is not looked at while loops are traced, before that it leaves none.
     void buildDirectedLoops();
 
     const std::vector<Points>& loops() const { return loops_; }
     const std::vector<Values>& loopBulges() const { return loopBulges_; }
     const std::vector<Tags>& loopTags() const { return loopTags_; }
+    std::vector<Points> takeLoops() { return std::move(loops_); }
+    std::vector<Values> takeLoopBulges() { return std::move(loopBulges_); }
 
     /// 1 outside, -1 inside, 0 within 1e-6 of the boundary or with fewer than three points.
     /// Crossings are counted along a ray towards larger x, a vertex belonging to the edge above it.
@@ -183,6 +191,7 @@ private:
     std::vector<Points> loops_;
     std::vector<Values> loopBulges_;
     std::vector<Tags> loopTags_;
+    bool keepsTags_ = true;
 
     // State of the walk in progress.
     std::int64_t walkNumber_ = 0;

@@ -1,7 +1,9 @@
 #include "datageo/autob/FuzzyPointSet.h"
 
-#include <algorithm>
 #include <cmath>
+#include <span>
+
+#include "common/detail/key_sort.h"
 
 namespace AutoB {
 
@@ -18,36 +20,30 @@ int FuzzyPointSet::findOrAdd(const tav::Point2DF& p)
     return found >= 0 ? found : grid_.add(p);
 }
 
-std::vector<int> FuzzyPointSet::ranks() const
+std::vector<int> FuzzyPointSet::ranks(calcora::CancelCheck& check) const
 {
-    struct Entry {
-        double key;
-        int index;
-    };
-    const auto byKey = [](const Entry& a, const Entry& b) {
-        return a.key < b.key || (a.key == b.key && a.index < b.index);
-    };
-
-    std::vector<Entry> order(grid_.points().size());
+    std::vector<calcora::detail::KeyedIndex> order(grid_.points().size());
     for (std::size_t i = 0; i < grid_.points().size(); ++i)
         order[i] = {grid_.points()[i].x(), static_cast<int>(i)};
-    std::sort(order.begin(), order.end(), byKey);
+    calcora::detail::sortByKey(order, check);
 
     for (std::size_t begin = 0; begin < order.size();) {
+        check();
         std::size_t end = begin + 1;
         while (end < order.size() && order[end].key - order[end - 1].key < tolerance_) ++end;
         if (end - begin > 1) {
             for (std::size_t i = begin; i < end; ++i)
                 order[i].key = grid_.points()[static_cast<std::size_t>(order[i].index)].y();
-            std::sort(order.begin() + static_cast<std::ptrdiff_t>(begin),
-                      order.begin() + static_cast<std::ptrdiff_t>(end), byKey);
+            calcora::detail::sortByKey(std::span(order).subspan(begin, end - begin), check);
         }
         begin = end;
     }
 
     std::vector<int> rank(grid_.points().size());
-    for (std::size_t place = 0; place < order.size(); ++place)
+    for (std::size_t place = 0; place < order.size(); ++place) {
+        check();
         rank[static_cast<std::size_t>(order[place].index)] = static_cast<int>(place);
+    }
     return rank;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/detail/point_grid.h"
+#include "datageo/cancel.h"
 #include "tavrel/points.h"
 
 namespace AutoB {
@@ -23,12 +24,16 @@ public:
     /// Index of the earliest point equal to p, which is added when there is none.
     int findOrAdd(const tav::Point2DF& p);
 
+    /// See PointGrid.
+    void prefetch(const tav::Point2DF& p) const { grid_.prefetch(p); }
+    void prefetchNext(const tav::Point2DF& p) const { grid_.prefetchNext(p); }
+
     const std::vector<tav::Point2DF>& points() const { return grid_.points(); }
 
     /// For every point its place in the fuzzy order: by x, or by y where the x values are within
     /// the tolerance. Where chains of x values make that order contradict itself, all points of a
     /// chain form one column and are ordered by y, then by arrival.
-    std::vector<int> ranks() const;
+    std::vector<int> ranks(calcora::CancelCheck& check) const;
 
 private:
     double tolerance_;

@@ -69,8 +69,11 @@ void CAutoLoop::buildAngularLists()
 {
     nodes_.resize(nodePoints_.size());
     for (CLoopNode& node : nodes_) node.endEdge = 0;
-    for (const CLoopEdge& edge : edges_)
+    calcora::CancelCheck check(cancelFlag_);
+    for (const CLoopEdge& edge : edges_) {
+        check();
         if (edge.alive) ++nodes_[static_cast<std::size_t>(edge.startNode)].endEdge;
+    }
     int total = 0;
     for (CLoopNode& node : nodes_) {
         node.firstEdge = total;
@@ -79,12 +82,14 @@ void CAutoLoop::buildAngularLists()
     }
     angular_.resize(static_cast<std::size_t>(total));
     for (std::size_t e = 0; e < edges_.size(); ++e) {
+        check();
         if (!edges_[e].alive) continue;
         CLoopNode& node = nodes_[static_cast<std::size_t>(edges_[e].startNode)];
         angular_[static_cast<std::size_t>(node.endEdge++)] = {edges_[e].startAngle,
                                                               static_cast<int>(e)};
     }
     for (const CLoopNode& node : nodes_) {
+        check();
         const std::span<AngularEntry> list(angular_.data() + node.firstEdge,
                                            angular_.data() + node.endEdge);
         if (list.size() > kFewEdges) {
@@ -109,11 +114,14 @@ void CAutoLoop::keepNodesWhole()
 /// order of the node's list; half-edges outside all blocks are not walked.
 void CAutoLoop::splitNodesByBlock()
 {
+    calcora::CancelCheck check(cancelFlag_);
     std::vector<std::pair<int, int>> ends(edges_.size() / 2, {-1, -1});
-    for (std::size_t pair = 0; pair < ends.size(); ++pair)
+    for (std::size_t pair = 0; pair < ends.size(); ++pair) {
+        check();
         if (edges_[2 * pair].alive && edges_[2 * pair + 1].alive)
             ends[pair] = {edges_[2 * pair].startNode, edges_[2 * pair].endNode};
-    const std::vector<int> blocks = biconnectedBlocks(static_cast<int>(nodes_.size()), ends);
+    }
+    const std::vector<int> blocks = biconnectedBlocks(static_cast<int>(nodes_.size()), ends, check);
     const auto blockOf = [&](const AngularEntry& entry) {
         return blocks[static_cast<std::size_t>(entry.edge / 2)];
     };
@@ -129,6 +137,7 @@ void CAutoLoop::splitNodesByBlock()
         walkNodes_.push_back({-1, first, end});
     };
     for (const CLoopNode& node : nodes_) {
+        check();
         const std::span<const AngularEntry> list(angular_.data() + node.firstEdge,
                                                  angular_.data() + node.endEdge);
         if (list.empty()) continue;

@@ -6,42 +6,51 @@ namespace AutoB {
 
 namespace {
 
+/// An edge at a node, and the node that it leads to.
+struct Way {
+    int edge;
+    int other;
+};
+
 /// The edges at every node, as ranges of one list.
 struct Incidence {
     std::vector<int> begin;  ///< per node, and the end of the last
-    std::vector<int> edges;
+    std::vector<Way> ways;
 };
 
-Incidence incidenceOf(std::size_t nodeCount, std::span<const std::pair<int, int>> edges)
+Incidence incidenceOf(std::size_t nodeCount, std::span<const std::pair<int, int>> edges,
+                      calcora::CancelCheck& check)
 {
     Incidence at;
     at.begin.assign(nodeCount + 1, 0);
     for (const auto& [a, b] : edges) {
+        check();
         if (a < 0 || a == b) continue;
         ++at.begin[static_cast<std::size_t>(a) + 1];
         ++at.begin[static_cast<std::size_t>(b) + 1];
     }
     for (std::size_t i = 0; i < nodeCount; ++i) at.begin[i + 1] += at.begin[i];
-    at.edges.resize(static_cast<std::size_t>(at.begin[nodeCount]));
+    at.ways.resize(static_cast<std::size_t>(at.begin[nodeCount]));
     std::vector<int> place(at.begin.begin(), at.begin.end() - 1);
     for (std::size_t e = 0; e < edges.size(); ++e) {
+        check();
         const auto [a, b] = edges[e];
         if (a < 0 || a == b) continue;
-        at.edges[static_cast<std::size_t>(place[static_cast<std::size_t>(a)]++)] =
-            static_cast<int>(e);
-        at.edges[static_cast<std::size_t>(place[static_cast<std::size_t>(b)]++)] =
-            static_cast<int>(e);
+        const int edge = static_cast<int>(e);
+        at.ways[static_cast<std::size_t>(place[static_cast<std::size_t>(a)]++)] = {edge, b};
+        at.ways[static_cast<std::size_t>(place[static_cast<std::size_t>(b)]++)] = {edge, a};
     }
     return at;
 }
 
 class BlockSearch {
 public:
-    BlockSearch(int nodeCount, std::span<const std::pair<int, int>> edges)
+    BlockSearch(int nodeCount, std::span<const std::pair<int, int>> edges,
+                calcora::CancelCheck& check)
         : edges_(edges),
-          at_(incidenceOf(static_cast<std::size_t>(nodeCount), edges)),
+          check_(check),
+          at_(incidenceOf(static_cast<std::size_t>(nodeCount), edges, check)),
           entered_(static_cast<std::size_t>(nodeCount), 0),
-          low_(static_cast<std::size_t>(nodeCount), 0),
           block_(edges.size(), kNoBlock)
     {
     }
@@ -58,39 +67,39 @@ public:
 
 private:
     struct Frame {
-        int node;
         int arrivedBy;  ///< edge, -1 at the root
         int next;       ///< place in the incidence list
+        int end;
+        int entered;
+        int low;
     };
 
     void enter(int node, int arrivedBy)
     {
         const auto n = static_cast<std::size_t>(node);
-        entered_[n] = low_[n] = ++clock_;
-        frames_.push_back({node, arrivedBy, at_.begin[n]});
+        entered_[n] = ++clock_;
+        frames_.push_back({arrivedBy, at_.begin[n], at_.begin[n + 1], clock_, clock_});
     }
 
     void searchFrom(int root)
     {
         enter(root, -1);
         while (!frames_.empty()) {
+            check_();
             Frame& frame = frames_.back();
-            const auto node = static_cast<std::size_t>(frame.node);
-            if (frame.next == at_.begin[node + 1]) {
+            if (frame.next == frame.end) {
                 leave();
                 continue;
             }
-            const int edge = at_.edges[static_cast<std::size_t>(frame.next++)];
+            const auto [edge, other] = at_.ways[static_cast<std::size_t>(frame.next++)];
             if (edge == frame.arrivedBy) continue;
-            const auto [a, b] = edges_[static_cast<std::size_t>(edge)];
-            const int other = a == frame.node ? b : a;
             const int otherEntered = entered_[static_cast<std::size_t>(other)];
             if (!otherEntered) {
                 open_.push_back(edge);
                 enter(other, edge);
-            } else if (otherEntered < entered_[node]) {
+            } else if (otherEntered < frame.entered) {
                 open_.push_back(edge);
-                low_[node] = std::min(low_[node], otherEntered);
+                frame.low = std::min(frame.low, otherEntered);
             }
         }
     }
@@ -102,10 +111,9 @@ private:
         const Frame frame = frames_.back();
         frames_.pop_back();
         if (frames_.empty()) return;
-        const auto node = static_cast<std::size_t>(frame.node);
-        const auto parent = static_cast<std::size_t>(frames_.back().node);
-        low_[parent] = std::min(low_[parent], low_[node]);
-        if (low_[node] < entered_[parent]) return;
+        Frame& parent = frames_.back();
+        parent.low = std::min(parent.low, frame.low);
+        if (frame.low < parent.entered) return;
         if (open_.back() == frame.arrivedBy) {
             open_.pop_back();
             return;
@@ -120,9 +128,9 @@ private:
     }
 
     std::span<const std::pair<int, int>> edges_;
+    calcora::CancelCheck& check_;
     Incidence at_;
     std::vector<int> entered_;  ///< per node, order of entering from 1; 0: not yet
-    std::vector<int> low_;
     std::vector<int> block_;
     std::vector<Frame> frames_;
     std::vector<int> open_;
@@ -132,9 +140,10 @@ private:
 
 }  // namespace
 
-std::vector<int> biconnectedBlocks(int nodeCount, std::span<const std::pair<int, int>> edges)
+std::vector<int> biconnectedBlocks(int nodeCount, std::span<const std::pair<int, int>> edges,
+                                   calcora::CancelCheck& check)
 {
-    return BlockSearch(nodeCount, edges).run();
+    return BlockSearch(nodeCount, edges, check).run();
 }
 
 }  // namespace AutoB

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "datageo/cancel.h"
+
 namespace AutoB {
 
 /// No walk can close through this edge: it is a bridge or ends freely, or it is used up.
@@ -15,6 +17,7 @@ inline constexpr int kNoBlock = -1;
 ///
 /// Depth-first search with low points (Hopcroft and Tarjan 1973), with an explicit stack and by
 /// edge number, so that parallel edges count. Linear time.
-std::vector<int> biconnectedBlocks(int nodeCount, std::span<const std::pair<int, int>> edges);
+std::vector<int> biconnectedBlocks(int nodeCount, std::span<const std::pair<int, int>> edges,
+                                   calcora::CancelCheck& check);
 
 }  // namespace AutoB

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "common/detail/primitives.h"
-#include "datageo/CAutoDiv.h"
 #include "datageo/autob/CAutoLoop.h"
 
 namespace AutoB {
@@ -34,27 +33,36 @@ int opposite(int edge)
 
 void CAutoLoop::buildLoops(int mode)
 {
-    buildAngularLists();
-    splitNodesByBlock();
-    walkAll({false, mode == kOutlines});
+    try {
+        buildAngularLists();
+        splitNodesByBlock();
+        walkAll({false, mode == kOutlines});
+    } catch (const calcora::Cancelled&) {
+        // The loops found so far are the result.
+    }
 }
 
 void CAutoLoop::buildDirectedLoops()
 {
-    buildAngularLists();
-    keepNodesWhole();
-    walkAll({true, false});
+    try {
+        buildAngularLists();
+        keepNodesWhole();
+        walkAll({true, false});
+    } catch (const calcora::Cancelled&) {
+        // Thrown before the first walk.
+    }
 }
 
 /// Nodes with more than two half-edges, then those with two, then those with one; each in set
 /// order.
 std::vector<int> CAutoLoop::orderedNodes() const
 {
+    calcora::CancelCheck check(cancelFlag_);
     std::vector<int> inSetOrder(nodes_.size());
     if (nodesAreInSetOrder_) {
         std::iota(inSetOrder.begin(), inSetOrder.end(), 0);
     } else {
-        const std::vector<int> ranks = nodeSet_.ranks();
+        const std::vector<int> ranks = nodeSet_.ranks(check);
         for (std::size_t node = 0; node < ranks.size(); ++node)
             inSetOrder[static_cast<std::size_t>(ranks[node])] = static_cast<int>(node);
     }
@@ -62,8 +70,10 @@ std::vector<int> CAutoLoop::orderedNodes() const
     std::vector<int> ordered;
     ordered.reserve(nodes_.size());
     const auto append = [&](auto accepts) {
-        for (const int node : inSetOrder)
+        for (const int node : inSetOrder) {
+            check();
             if (accepts(nodes_[static_cast<std::size_t>(node)].degree())) ordered.push_back(node);
+        }
     };
     append([](int degree) { return degree > 2; });
     append([](int degree) { return degree == 2; });
@@ -100,8 +110,10 @@ CAutoLoop::WalkResult CAutoLoop::walk(int start, const Search& search)
     const int startNode = walkNodeOf_[static_cast<std::size_t>(start)];
     path_.clear();
     path_.push_back({start});
+    calcora::CancelCheck check(search.directed ? nullptr : cancelFlag_);
     bool advanced = true;  // the last step has not been looked at yet
     while (!path_.empty()) {
+        check();
         const int edge = path_.back().edge;
         if (advanced) {
             if (walkNodeOf_[static_cast<std::size_t>(opposite(edge))] == startNode)
@@ -223,15 +235,17 @@ bool CAutoLoop::loopAreaNotNegative()
 
 void CAutoLoop::recordLoop()
 {
-    Tags tags;
-    tags.reserve(static_cast<int>(path_.size()));
-    for (const Step& step : path_)
-        tags.append(static_cast<unsigned>(edges_[static_cast<std::size_t>(step.edge)].tag));
+    if (keepsTags_) {
+        Tags tags;
+        tags.reserve(static_cast<int>(path_.size()));
+        for (const Step& step : path_)
+            tags.append(static_cast<unsigned>(edges_[static_cast<std::size_t>(step.edge)].tag));
+        loopTags_.push_back(std::move(tags));
+    }
     // Copies sized to the loop: the work lists keep their room for the next one.
     loops_.emplace_back(std::as_const(outline_).begin(), std::as_const(outline_).end());
     loopBulges_.emplace_back(std::as_const(outlineBulges_).begin(),
                              std::as_const(outlineBulges_).end());
-    loopTags_.push_back(std::move(tags));
     useUpPath();
 }
 

@@ -12,6 +12,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "detail/roots.h"
 #include "rtree/detail/rects.h"
 
 namespace calcora::rtree {
@@ -34,17 +35,6 @@ struct RectLanes {
     }
 };
 
-/// The square root of every lane from `First` on. (std::sqrt may have to set errno, one at a time.)
-template <int First = 0, int N>
-inline void takeRoots(double (&values)[N])
-{
-    int i = First;
-#if defined(__SSE2__)
-    for (; i + 1 < N; i += 2) _mm_storeu_pd(values + i, _mm_sqrt_pd(_mm_loadu_pd(values + i)));
-#endif
-    for (; i < N; ++i) values[i] = std::sqrt(values[i]);
-}
-
 /// sphericalVolume(combineRect(rect, lane)) of every lane from `First` on.
 template <int First = 0, int N>
 inline void combinedVolumes(const RectLanes<N>& lanes, const RTreeRect& rect, double (&volume)[N])
@@ -53,7 +43,7 @@ inline void combinedVolumes(const RectLanes<N>& lanes, const RTreeRect& rect, do
     for (int i = First; i < N; ++i)
         volume[i] = squaredRadius(smaller(lanes.minX[i], r.minX), smaller(lanes.minY[i], r.minY),
                                   larger(lanes.maxX[i], r.maxX), larger(lanes.maxY[i], r.maxY));
-    takeRoots<First>(volume);
+    detail::takeRoots<First>(volume);
     for (int i = First; i < N; ++i) volume[i] = volume[i] * volume[i] * kUnitSphereVolume;
 }
 

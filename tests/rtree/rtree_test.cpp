@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -165,6 +166,10 @@ struct Twins {
         Rows rows;
         list(*plainTree.root, rows);
         ASSERT_EQ(structureOf(tree), rows);
+        const RTreeRect none{7, 7, 7, 7};
+        RTreeRect box = none;
+        tree.bounds(&box);
+        ASSERT_EQ(box, rows.empty() ? none : plainTree.root->cover());
         Ids ids, visited[2];
         for (const Row& row : rows)
             if (row.level == 0) ids.push_back(row.id);
@@ -214,6 +219,25 @@ struct Twins {
             q, [&](void*) { return ++seen == 20 ? CRTree::Walk::End : CRTree::Walk::On; });
         ASSERT_EQ(seen, std::min(overlapping.size(), std::size_t{20}));
     }
+
+    /// The search of every entry's own rectangle, one by one and in common.
+    void compareOverlaps()
+    {
+        std::vector<Ids> expected, found;
+        Rows rows;
+        list(*plainTree.root, rows);
+        for (const Row& row : rows) {
+            if (row.level != 0) continue;
+            expected.push_back({row.id});
+            tree.forEachOverlapping(row.rect, [&](void* id) { expected.back().push_back(id); });
+        }
+        tree.forEachWithOverlaps([&](void* id, std::span<void* const> hits) {
+            found.push_back({id});
+            found.back().insert(found.back().end(), hits.begin(), hits.end());
+            return CRTree::Walk::On;
+        });
+        ASSERT_EQ(found, expected);
+    }
 };
 
 using Random = std::mt19937_64;
@@ -250,60 +274,60 @@ struct Kind {
     std::function<RTreeRect(Random&)> rect;
 };
 
-class Structure : public testing::TestWithParam<Kind> {};
+const std::vector<Kind> kKinds = {
+    {"boxes", [](Random& r) { return box(r, 0, 0, 12, 1); }},
+    {"survey", [](Random& r) { return box(r, 5e5, 4e6, 0.01, 0.001); }},
+    {"lattice", [](Random& r) { return latticeBox(r, 5, 1.0); }},
+    {"ties", [](Random& r) { return latticeBox(r, 9, 1e-4); }},
+    // Growths that are lost in rounding, or in underflow.
+    {"barely growing",
+     [](Random& r) {
+         const RTreeRect b = latticeBox(r, 4, 2e-9);
+         return RTreeRect{b.minX, b.minY, 1e8 + b.maxX,
+                          static_cast<double>(r() % 2) * 1e8 + b.maxY};
+     }},
+    {"tiny", [](Random& r) { return latticeBox(r, 6, 3e-162); }},
+    {"huge", [](Random& r) { return latticeBox(r, 6, 3e307); }},
+    {"crossed",
+     [](Random& r) {
+         return anyOf(r, {0, 1, 2, 3, 5, 8, 13});
+     }},
+    {"odd",
+     [](Random& r) {
+         return r() % 4 == 0 ? anyOf(r, {-kInf, kInf, kNan, 1e308, 0}) : box(r, 0, 0, 12, 1);
+     }},
+};
 
-TEST_P(Structure, IsThatOfTheRulesAfterEveryStep)
+void workAndCompare(const Kind& kind)
 {
     Random random(7);
-    const auto& make = GetParam().rect;
     Twins twins;
     int nextId = 1;
     for (int step = 0; step < 2000; ++step) {
+        SCOPED_TRACE(kind.name + " step " + std::to_string(step));
         const bool growing = step / 500 % 2 == 0;
         if (random() % 10 < (growing ? 9u : 2u)) {
             const int id = random() % 10 == 0 ? 1 + static_cast<int>(random() % 50) : nextId++;
-            twins.insert(make(random), idOf(id));
+            twins.insert(kind.rect(random), idOf(id));
         } else {
             const bool fits = random() % 2 == 0 && !twins.entries.empty();
             const auto entry =
                 fits ? twins.entries[random() % twins.entries.size()]
-                     : std::pair(make(random), idOf(1 + static_cast<int>(random() % 400)));
+                     : std::pair(kind.rect(random), idOf(1 + static_cast<int>(random() % 400)));
             twins.remove(static_cast<int>(random() % 4), entry.first, entry.second);
         }
-        if (HasFatalFailure()) FAIL() << "step " << step;
         twins.compareStructure();
-        if (step % 4 == 0) twins.compareSearches(make(random));
-        if (HasFatalFailure()) FAIL() << "step " << step;
+        if (step % 4 == 0) twins.compareSearches(kind.rect(random));
+        if (step % 50 == 0) twins.compareOverlaps();
         ASSERT_EQ(twins.tree.entryTotal(), static_cast<int>(twins.entries.size()));
+        if (testing::Test::HasFatalFailure()) return;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, Structure,
-    testing::Values(
-        Kind{"Boxes", [](Random& r) { return box(r, 0, 0, 12, 1); }},
-        Kind{"Survey", [](Random& r) { return box(r, 5e5, 4e6, 0.01, 0.001); }},
-        Kind{"Lattice", [](Random& r) { return latticeBox(r, 5, 1.0); }},
-        Kind{"Ties", [](Random& r) { return latticeBox(r, 9, 1e-4); }},
-        // Growths that are lost in rounding, or in underflow.
-        Kind{"BarelyGrowing",
-             [](Random& r) {
-                 const RTreeRect b = latticeBox(r, 4, 2e-9);
-                 return RTreeRect{b.minX, b.minY, 1e8 + b.maxX,
-                                  static_cast<double>(r() % 2) * 1e8 + b.maxY};
-             }},
-        Kind{"Tiny", [](Random& r) { return latticeBox(r, 6, 3e-162); }},
-        Kind{"Huge", [](Random& r) { return latticeBox(r, 6, 3e307); }},
-        Kind{"Crossed",
-             [](Random& r) {
-                 return anyOf(r, {0, 1, 2, 3, 5, 8, 13});
-             }},
-        Kind{
-            "Odd",
-            [](Random& r) {
-                return r() % 4 == 0 ? anyOf(r, {-kInf, kInf, kNan, 1e308, 0}) : box(r, 0, 0, 12, 1);
-            }}),
-    [](const auto& kind) { return kind.param.name; });
+TEST(RTree, IsThatOfTheRulesAfterEveryStep)
+{
+    for (const Kind& kind : kKinds) workAndCompare(kind);
+}
 
 /// A row of n unit squares, one apart, ids from 1.
 void fillRow(CRTree& tree, int n)
