@@ -8,8 +8,6 @@ namespace calcora::app {
 
 namespace {
 
-constexpr double kCoordinateLimit = 8589934592.0;  // 2^33
-
 /// Segments shorter than this share of the largest coordinate are rounding, not detail.
 constexpr double kRoundingShare = 0x1p-40;
 

@@ -28,6 +28,9 @@ private:
 inline constexpr int kSmallestScaleExponent = -64;
 inline constexpr int kLargestScaleExponent = 64;
 
+/// Largest size of scaled coordinates: so much room is left for decimals.
+inline constexpr double kCoordinateLimit = 8589934592.0;  // 2^33
+
 /// What the automatic choice saw and took.
 struct ScaleChoice {
     int exponent = 0;

@@ -1,11 +1,9 @@
 #include "app/figure_tool.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
-#include "app/dxf_groups.h"
-#include "app/dxf_reader.h"
+#include "app/command_run.h"
 #include "app/figures.h"
 #include "app/svg_writer.h"
 #include "app/user_error.h"
@@ -50,11 +48,7 @@ void draw(OutputFile& out, const std::string& title, const Drawing& drawing,
 std::string tableText(const std::string& file, const Drawing& drawing, ToolResult& result,
                       bool interrupted, double seconds)
 {
-    Table input;
-    input.row("entities", countText(drawing.entityCount()), kindsText(drawing.taken));
-    if (!drawing.notTaken.empty())
-        input.row("not taken", countText(drawing.notTakenCount()), kindsText(drawing.notTaken));
-    if (drawing.onOtherLayers > 0) input.row("on other layers", countText(drawing.onOtherLayers));
+    Table input = drawingTable(drawing);
     input.append(result.table);
     input.row("seconds", secondsText(seconds));
     std::string text = file + "\n" + input.text() + result.details;
@@ -81,34 +75,20 @@ std::string jsonText(const std::string& file, const Drawing& drawing, ToolResult
 
 int runTool(const Tool& tool, const DrawingOptions& options, const GlobalOptions& global)
 {
-    const auto begin = std::chrono::steady_clock::now();
+    CommandRun run(options);
     const Host host(global.pluginFolder);
-    Drawing drawing;
-    {
-        const Progress progress("reading " + options.input);
-        drawing = readDxf(options.input, {options.layers, options.ellipseTolerance});
-    }
-    Interrupt interrupt;
-    Outputs outputs(options);
+    const Drawing drawing = run.readDrawing();
     ToolResult result;
-    {
-        const Progress progress(tool.task + " " +
-                                countText(static_cast<long long>(drawing.figures.size())) +
-                                " figures");
-        result = tool.work(host, drawing, interrupt);
-        if (!interrupt.raised()) {
+    run.work(
+        tool.task + " " + countText(static_cast<long long>(drawing.figures.size())) + " figures",
+        [&](Interrupt& interrupt) { result = tool.work(host, drawing, interrupt); },
+        [&](Outputs& outputs) {
             if (outputs.dxf()) writeDxf(*outputs.dxf(), result.layers, result.figures);
             if (outputs.svg())
                 draw(*outputs.svg(), options.input + ": " + tool.name, drawing, result);
-        }
-    }
-    const bool interrupted = interrupt.raised();
-    if (!interrupted) outputs.commit();
-    const double seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    printAnswer(options.json ? jsonText(options.input, drawing, result, interrupted, seconds)
-                             : tableText(options.input, drawing, result, interrupted, seconds));
-    return interrupted ? kInterruptedStatus : kDoneStatus;
+        });
+    const auto tell = options.json ? jsonText : tableText;
+    return run.answer(tell(options.input, drawing, result, run.interrupted(), run.seconds()));
 }
 
 std::vector<DxfLayer> sameLayers(const Drawing& drawing)
@@ -151,12 +131,6 @@ bool hasArc(const Figure& figure)
 nlohmann::json placeJson(const tav::Point2DF& place)
 {
     return nlohmann::json::array({place.x(), place.y()});
-}
-
-std::string positiveLengthError(const std::string& word)
-{
-    const auto number = dxfNumber(word);
-    return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
 }
 
 }  // namespace calcora::app

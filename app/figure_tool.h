@@ -60,7 +60,4 @@ bool hasArc(const Figure& figure);
 /// `[x, y]`.
 nlohmann::json placeJson(const tav::Point2DF& place);
 
-/// What is wrong with the word of an option that takes a length above 0; empty when it is one.
-std::string positiveLengthError(const std::string& word);
-
 }  // namespace calcora::app

@@ -1,19 +1,16 @@
 #include "app/loops_command.h"
 
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <memory>
 
+#include "app/command_run.h"
 #include "app/dangles.h"
 #include "app/dxf_groups.h"
-#include "app/dxf_reader.h"
 #include "app/dxf_writer.h"
 #include "app/host.h"
 #include "app/loops_report.h"
 #include "app/nesting.h"
-#include "app/progress.h"
 #include "app/text.h"
-#include "app/user_error.h"
 
 namespace calcora::app {
 
@@ -121,34 +118,20 @@ std::string scaleError(const std::string& word)
 
 int runLoops(const LoopsOptions& options, const GlobalOptions& global)
 {
-    const auto begin = std::chrono::steady_clock::now();
+    CommandRun run(options.drawing);
     const Host host(global.pluginFolder);
-    ReadOptions reading;
-    reading.layers = options.drawing.layers;
-    reading.ellipseTolerance = options.drawing.ellipseTolerance;
-    Drawing drawing;
-    {
-        const Progress progress("reading " + options.drawing.input);
-        drawing = readDxf(options.drawing.input, reading);
-    }
-    Interrupt interrupt;
-    Outputs outputs(options.drawing);
+    Drawing drawing = run.readDrawing();
     LoopsReport report;
-    {
-        const Progress progress("building loops from " + countText(drawing.segmentCount()) +
-                                " segments");
-        report = makeReport(host, options, std::move(drawing), interrupt);
-        if (!report.interrupted) {
+    run.work(
+        "building loops from " + countText(drawing.segmentCount()) + " segments",
+        [&](Interrupt& interrupt) {
+            report = makeReport(host, options, std::move(drawing), interrupt);
+        },
+        [&](Outputs& outputs) {
             if (outputs.dxf()) writeLoops(*outputs.dxf(), report);
             if (outputs.svg()) drawLoops(*outputs.svg(), report);
-        }
-    }
-    report.interrupted = report.interrupted || interrupt.raised();
-    if (!report.interrupted) outputs.commit();
-    report.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    printAnswer(options.drawing.json ? jsonText(report) : tableText(report));
-    return report.interrupted ? kInterruptedStatus : kDoneStatus;
+        });
+    return run.answerWith(report);
 }
 
 }  // namespace

@@ -127,11 +127,7 @@ nlohmann::json danglesJson(const LoopsReport& report)
 std::string tableText(const LoopsReport& report)
 {
     const Drawing& drawing = report.drawing;
-    Table table;
-    table.row("entities", countText(drawing.entityCount()), kindsText(drawing.taken));
-    if (!drawing.notTaken.empty())
-        table.row("not taken", countText(drawing.notTakenCount()), kindsText(drawing.notTaken));
-    if (drawing.onOtherLayers > 0) table.row("on other layers", countText(drawing.onOtherLayers));
+    Table table = drawingTable(drawing);
     table.row("segments", countText(drawing.segmentCount()),
               drawing.ellipseReach > 0
                   ? "ellipses as chords within " + shortText(drawing.ellipseReach)

@@ -184,16 +184,7 @@ std::string columnsText(const LayerMeasures& layer)
                         placeOrNothing(measures.centroid), placeOrNothing(measures.inner),
                         boxText(measures.box)});
     }
-    std::vector<std::size_t> widths(rows[0].size(), 0);
-    for (const auto& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-    std::string text;
-    for (const auto& row : rows) {
-        text += "  ";
-        for (std::size_t i = 0; i < row.size(); ++i)
-            text.append(widths[i] - row[i].size() + 2, ' ').append(row[i]);
-        text += "\n";
-    }
+    std::string text = alignedText(rows);
     if (layer.figures.size() > kFiguresShown)
         text += "    ... and " +
                 countText(static_cast<long long>(layer.figures.size() - kFiguresShown)) +

@@ -31,6 +31,12 @@ std::string lengthError(const std::string& word)
     return number && *number >= 0 ? "" : "\"" + word + "\" is no length";
 }
 
+std::string positiveLengthError(const std::string& word)
+{
+    const auto number = dxfNumber(word);
+    return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
+}
+
 void addDrawingOptions(CLI::App& command, DrawingOptions& options)
 {
     command.add_option("IN.dxf", options.input, "The drawing to read")->required();

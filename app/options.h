@@ -31,6 +31,9 @@ void addDrawingOptions(CLI::App& command, DrawingOptions& options);
 /// is one.
 std::string lengthError(const std::string& word);
 
+/// What is wrong with the word of an option that takes a length above 0; empty when it is one.
+std::string positiveLengthError(const std::string& word);
+
 /// Options that stand before the command.
 struct GlobalOptions {
     std::string pluginFolder;

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/progress.h"
 #include "app/user_error.h"
 
 namespace calcora::app {
@@ -69,7 +70,9 @@ OutputFile::~OutputFile()
 void OutputFile::write(std::string_view text)
 {
     buffer_ += text;
-    if (buffer_.size() >= kBufferSize) flush();
+    if (buffer_.size() < kBufferSize) return;
+    if (Interrupt::isRaised()) throw Interrupted();
+    flush();
 }
 
 void OutputFile::flush()

@@ -17,6 +17,7 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// Throws Interrupted when much has been written and Ctrl-C was pressed meanwhile.
     void write(std::string_view text);
 
     /// Puts the file in its place. Throws UserError when something could not be written.

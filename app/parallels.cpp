@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/clearance.h"
 #include "app/figure_tool.h"
 #include "app/loop_extraction.h"
+#include "app/parallel_chains.h"
+#include "app/place_grid.h"
+#include "app/raw_parallel.h"
 
 namespace calcora::app {
 
@@ -15,28 +19,335 @@ using tav::Point2DF;
 /// A point that lies nearer than the distance by this, in scaled units and as a share of the
 /// distance, is not nearer: nodes of the extraction lie 1e-5 apart.
 constexpr double kDistanceSlack = 2e-5;
-constexpr double kDistanceShare = 1e-6;
+constexpr double kDistanceShare = 1e-7;
+
+/// Distances are scaled up to this, as far as the coordinates allow: pieces may be far shorter than
+/// the distance, and the extraction does not cut what is short.
+constexpr double kWorkingDistance = 1024;
+
+/// Share of the distance that raw segments keep before they are cut: they reach well beyond where
+/// they cross, and few cross that need not.
+constexpr double kRoughShare = 0.9;
 
 /// Ends of pieces this close, in scaled units, meet.
 constexpr double kMeetingDistance = 5e-5;
 
+/// Ends of chains meet within this multiple of the slack: where a crossing was not found since the
+/// segments are short, either one reaches beyond it by the slack.
+constexpr double kChainReach = 4.0;
+
+/// The places where pieces meet; those within kMeetingDistance are one.
+class Nodes {
+public:
+    int at(const Point2DF& place)
+    {
+        int found = static_cast<int>(places_.size());
+        grid_.forEachNear(place, [&](const Point2DF&, int n) { found = std::min(found, n); });
+        if (found == count()) {
+            grid_.add(place, found);
+            places_.push_back(place);
+        }
+        return found;
+    }
+    int count() const { return static_cast<int>(places_.size()); }
+    const Point2DF& place(int n) const { return places_[static_cast<std::size_t>(n)]; }
+
+private:
+    PlaceGrid grid_{kMeetingDistance};
+    std::vector<Point2DF> places_;
+};
+
+/// A place of a raw segment.
+struct Mark {
+    double share = 0;
+    int node = 0;
+};
+
+/// A part of a raw segment that is far enough from the figure.
+struct Part {
+    int segment = 0;
+    Mark from, to;
+};
+
+/// Makes one parallel, in scaled coordinates.
+class Maker {
+public:
+    /// The distance is to the left of an open figure, outwards of a closed one.
+    Maker(IcommonFunc& common, IDataGeo& dataGeo, Interrupt& interrupt, const Figure& figure,
+          double distance)
+        : common_(common),
+          dataGeo_(dataGeo),
+          interrupt_(interrupt),
+          closed_(figure.closed),
+          outside_(distance > 0),
+          distance_(distance)
+    {
+        // The area is positive for a clockwise figure, which has its outside on the left.
+        if (closed_ && !common_.hasPositiveBulgeArea(figure.points, figure.bulges))
+            distance_ = -distance_;
+        openChain(figure, points_, bulges_);
+        removeRepeats(points_, bulges_);
+    }
+
+    std::vector<Figure> make()
+    {
+        const SegmentIndex line(points_, bulges_);
+        raw_ = rawParallel(common_, line, closed_, distance_);
+        for (int i = 0; i < static_cast<int>(raw_.size()); ++i)
+            parts_.push_back({i, markAt(raw(i), 0), markAt(raw(i), 1)});
+        keepClear(line, kRoughShare * std::fabs(distance_));
+        if (interrupt_.raised()) return {};
+        cutAtCrossings();
+        keepClear(line, std::max(0.0, std::fabs(distance_) - slack()));
+        std::vector<ParallelPiece> pieces;
+        for (const Part& part : parts_) pieces.push_back(pieceOf(part));
+        if (interrupt_.raised()) return {};
+
+        std::vector<Figure> figures;
+        const double reach = std::max(kChainReach * slack(), kMeetingDistance);
+        for (const PieceChain& chain : chainPieces(common_, pieces, nodes_.count(), reach)) {
+            const Segment& first = pieces[static_cast<std::size_t>(chain.pieces.front())].path;
+            const Segment& last = pieces[static_cast<std::size_t>(chain.pieces.back())].path;
+            // The tip of a corner may lie beyond the figure's other side.
+            if (closed_ && isInside(common_, line, pointAt(common_, first, 0.5)) == outside_)
+                continue;
+            if (!chain.closed && !mayEndAt(first.from, line) && !mayEndAt(last.to, line)) continue;
+            Figure figure = figureOf(chain);
+            if (common_.bulgePolylineLength(figure.points, figure.bulges, figure.closed) >
+                kChainReach * reach)
+                figures.push_back(std::move(figure));
+        }
+        return figures;
+    }
+
+private:
+    double slack() const { return std::fabs(distance_) * kDistanceShare + kDistanceSlack; }
+    bool leftIsFree() const { return distance_ > 0; }
+    const Segment& raw(int i) const { return raw_[static_cast<std::size_t>(i)]; }
+
+    /// Keeps what of the parts is nowhere nearer to the line.
+    void keepClear(const SegmentIndex& line, double distance)
+    {
+        const Clearance clearance(common_, line, distance);
+        const std::vector<Part> given = std::move(parts_);
+        parts_ = {};
+        for (const Part& part : given) {
+            if (interrupt_.raised()) return;
+            for (const Stretch& stretch : clearance.clearStretches(pathOf(part)))
+                addPart({part.segment, markIn(part, stretch.from), markIn(part, stretch.to)});
+        }
+    }
+
+    /// The mark at a share of a part.
+    Mark markIn(const Part& part, double share)
+    {
+        if (share <= 0) return part.from;
+        if (share >= 1) return part.to;
+        return markAt(raw(part.segment),
+                      part.from.share + share * (part.to.share - part.from.share));
+    }
+
+    Mark markAt(const Segment& segment, double share)
+    {
+        return {share, nodes_.at(pointAt(common_, segment, share))};
+    }
+
+    /// What is shorter than a node is wide is none.
+    void addPart(const Part& part)
+    {
+        const Segment& segment = raw(part.segment);
+        const double length = common_.bulgeSegmentLength(segment.from, segment.to, segment.bulge) *
+                              (part.to.share - part.from.share);
+        if (part.from.node != part.to.node || length > 4 * kMeetingDistance) parts_.push_back(part);
+    }
+
+    Segment pathOf(const Part& part) const
+    {
+        const double share = part.to.share - part.from.share;
+        const double bulge = raw(part.segment).bulge;
+        return {nodes_.place(part.from.node), nodes_.place(part.to.node),
+                share < 1 ? std::tan(std::atan(bulge) * share) : bulge};
+    }
+
+    /// Cuts the parts where they cross each other: at the vertices of the loops that they form. To
+    /// have every crossing in a loop, straight lines make one closed line of them all.
+    void cutAtCrossings()
+    {
+        if (parts_.empty()) return;
+        Points walk{nodes_.place(parts_.front().from.node)};
+        Values bulges;
+        std::vector<int> partOf;
+        constexpr int kNoPart = -1;
+        const auto append = [&](const Segment& path, int part) {
+            walk.append(path.to);
+            bulges.append(path.bulge);
+            partOf.push_back(part);
+        };
+        for (int i = 0; i < static_cast<int>(parts_.size()); ++i) {
+            const Segment path = pathOf(parts_[static_cast<std::size_t>(i)]);
+            if (!(std::as_const(walk).last() == path.from)) append({{}, path.from, 0}, kNoPart);
+            append(path, i);
+        }
+        if (!(std::as_const(walk).last() == std::as_const(walk).first()))
+            append({{}, std::as_const(walk).first(), 0}, kNoPart);
+        bulges.append(0.0);
+
+        const SegmentIndex segments(walk, bulges);
+        std::vector<std::vector<Mark>> cuts(parts_.size());
+        for (const Point2DF& place : loopVertices(walk, bulges)) {
+            if (interrupt_.raised()) return;
+            const auto isNear = [&](const Box& box) {
+                return boxDistance(box, place) <= kMeetingDistance;
+            };
+            segments.search(place, isNear, [&](int i) {
+                const int part = partOf[static_cast<std::size_t>(i)];
+                const Segment& segment = segments.segment(i);
+                if (part == kNoPart || !passesBy(segment, place)) return;
+                cuts[static_cast<std::size_t>(part)].push_back(
+                    {shareOf(common_, segment, place), nodes_.at(place)});
+            });
+        }
+        const std::vector<Part> uncut = std::move(parts_);
+        parts_ = {};
+        for (std::size_t i = 0; i < uncut.size(); ++i) addCut(uncut[i], cuts[i]);
+    }
+
+    std::vector<Point2DF> loopVertices(const Points& walk, const Values& bulges) const
+    {
+        LineWork work;
+        work.points.append(walk);
+        work.bulges.append(bulges);
+        std::vector<Point2DF> places;
+        for (const Loop& loop :
+             extractLoops(dataGeo_, work, LoopRequest(), interrupt_.flag()).loops)
+            places.insert(places.end(), loop.points.cbegin(), loop.points.cend());
+        std::sort(places.begin(), places.end(), [](const Point2DF& a, const Point2DF& b) {
+            return a.x() != b.x() ? a.x() < b.x() : a.y() < b.y();
+        });
+        places.erase(std::unique(places.begin(), places.end()), places.end());
+        return places;
+    }
+
+    /// Whether the place lies on the segment, and not at one of its ends.
+    bool passesBy(const Segment& segment, const Point2DF& place) const
+    {
+        return segment.from.distanceTo(place) > kMeetingDistance &&
+               segment.to.distanceTo(place) > kMeetingDistance &&
+               common_.pointBulgeSegmentDistSquared(place, segment.from, segment.to,
+                                                    segment.bulge) <=
+                   kMeetingDistance * kMeetingDistance;
+    }
+
+    /// Adds a part cut at marks, whose shares are of the part.
+    void addCut(const Part& part, std::vector<Mark>& cuts)
+    {
+        std::sort(cuts.begin(), cuts.end(),
+                  [](const Mark& a, const Mark& b) { return a.share < b.share; });
+        Mark from = part.from;
+        for (Mark cut : cuts) {
+            cut.share = part.from.share + cut.share * (part.to.share - part.from.share);
+            if (!(cut.share > from.share && cut.share < part.to.share)) continue;
+            addPart({part.segment, from, cut});
+            from = cut;
+        }
+        addPart({part.segment, from, part.to});
+    }
+
+    /// Whether a parallel may come to an end there: about the end of the line, or on the line's
+    /// other side. Elsewhere another part of the parallel goes on, unless the place is inside the
+    /// tip of a corner, where the parallel is no longer at the distance.
+    bool mayEndAt(const Point2DF& place, const SegmentIndex& line) const
+    {
+        const int nearest = nearestSegment(common_, line, place);
+        if (nearest < 0) return false;
+        const int count = line.count();
+        const auto index = [&](int i) { return closed_ ? (i % count + count) % count : i; };
+        const int first = closed_ ? nearest - 1 : std::max(nearest - 1, 0);
+        const int last = closed_ ? nearest + 1 : std::min(nearest + 1, count - 1);
+        Points points{line.segment(index(first)).from};
+        Values bulges;
+        for (int i = first; i <= last; ++i) {
+            points.append(line.segment(index(i)).to);
+            bulges.append(line.segment(index(i)).bulge);
+        }
+        const auto isAbout = [&](const Point2DF& end) {
+            return place.distanceTo(end) <= std::fabs(distance_) + kMeetingDistance;
+        };
+        const bool isAtEnd = !closed_ && (isAbout(points_.first()) || isAbout(points_.last()));
+        const int side = common_.pointSideOfBulgePolyline(place, points, bulges);
+        return isAtEnd || (leftIsFree() ? side < 0 : side > 0);
+    }
+
+    /// The part with what is free on its left.
+    ParallelPiece pieceOf(const Part& part) const
+    {
+        const Segment path = pathOf(part);
+        if (leftIsFree()) return {path, part.from.node, part.to.node};
+        return {{path.to, path.from, -path.bulge}, part.to.node, part.from.node};
+    }
+
+    /// The chain in the direction of the raw parallel; parts of one segment in a row are one.
+    Figure figureOf(const PieceChain& chain) const
+    {
+        std::vector<Part> parts;
+        for (const int i : chain.pieces) parts.push_back(parts_[static_cast<std::size_t>(i)]);
+        if (!leftIsFree()) std::reverse(parts.begin(), parts.end());
+        const auto goesOn = [](const Part& a, const Part& b) {
+            return a.segment == b.segment && a.to.share == b.from.share;
+        };
+        if (chain.closed) {
+            // Begin where a segment does.
+            const auto start =
+                std::adjacent_find(parts.begin(), parts.end(),
+                                   [&](const Part& a, const Part& b) { return !goesOn(a, b); });
+            if (start != parts.end()) std::rotate(parts.begin(), start + 1, parts.end());
+        }
+        std::vector<Part> whole;
+        for (const Part& part : parts) {
+            if (!whole.empty() && goesOn(whole.back(), part))
+                whole.back().to = part.to;
+            else
+                whole.push_back(part);
+        }
+        Figure figure;
+        figure.closed = chain.closed;
+        for (const Part& part : whole) {
+            figure.points.append(nodes_.place(part.from.node));
+            figure.bulges.append(pathOf(part).bulge);
+        }
+        if (!chain.closed) {
+            figure.points.append(nodes_.place(whole.back().to.node));
+            figure.bulges.append(0.0);
+        }
+        return figure;
+    }
+
+    IcommonFunc& common_;
+    IDataGeo& dataGeo_;
+    Interrupt& interrupt_;
+    bool closed_;
+    bool outside_;
+    double distance_;  ///< to the left
+    Points points_;    ///< of the figure, with the first repeated when it is closed
+    Values bulges_;
+    std::vector<Segment> raw_;
+    Nodes nodes_;
+    std::vector<Part> parts_;
+};
+
+ExactScale workingScale(const Points& points, double distance, const ExactScale& least)
+{
+    double largest = std::fabs(distance);
+    for (const Point2DF& point : points)
+        largest = std::max({largest, std::fabs(point.x()), std::fabs(point.y())});
+    int exponent = least.exponent();
+    while (std::ldexp(std::fabs(distance), exponent) < kWorkingDistance &&
+           std::ldexp(largest, exponent + 1) < kCoordinateLimit)
+        ++exponent;
+    return ExactScale(exponent);
+}
+
 }  // namespace
-
-/// A segment of the raw parallel between two of its crossings, in its direction.
-struct Parallels::Piece {
-    Point2DF from, to;
-    double bulge = 0;
-    int segment = 0;   ///< of the raw parallel
-    double place = 0;  ///< of its middle: segment + place on it
-};
-
-/// The figure that a parallel belongs to, in scaled coordinates.
-struct Parallels::Source {
-    const Figure& ring;
-    Points points;  ///< with the first repeated when closed
-    Values bulges;
-    double distance = 0;  ///< positive outside of a closed figure
-};
 
 Parallels::Parallels(const Host& host, Interrupt& interrupt, const ExactScale& scale)
     : common_(host.create<IcommonFunc>()),
@@ -46,143 +357,15 @@ Parallels::Parallels(const Host& host, Interrupt& interrupt, const ExactScale& s
 {
 }
 
-/// Cuts the raw parallel at its crossings. An open one is closed by a straight line for that, since
-/// the extraction returns what bounds a face; what does not lie on the parallel is passed over.
-std::vector<Parallels::Piece> Parallels::cut(const Points& points, const Values& bulges) const
-{
-    LineWork work;
-    Points closed = points;
-    Values closedBulges = bulges;
-    const Point2DF first = points.first();
-    closed.append(first);
-    closedBulges.append(0.0);
-    work.points.append(closed);
-    work.bulges.append(closedBulges);
-    const LoopResult faces = extractLoops(*dataGeo_, work, LoopRequest(), interrupt_.flag());
-
-    std::vector<Piece> pieces;
-    for (const Loop& loop : faces.loops) {
-        const int count = loop.points.size();
-        for (int i = 0; i < count; ++i) {
-            if (interrupt_.raised()) return {};
-            Piece piece{loop.points.at(i), loop.points.at((i + 1) % count), loop.bulges.at(i), 0,
-                        0};
-            const Point2DF middle = common_->arcMidPoint(piece.from, piece.to, piece.bulge);
-            Point2DF nearest;
-            int segment = -1;
-            const double away = common_->nearestOnBulgePolylineEx(middle, points, bulges, nearest,
-                                                                  &segment, &piece.place);
-            if (segment < 0 || !(away <= kMeetingDistance * kMeetingDistance)) continue;
-            piece.segment = segment;
-            double start = 0;
-            common_->nearestOnBulgePolylineEx(piece.from,
-                                              {points.at(segment), points.at(segment + 1)},
-                                              {bulges.at(segment), 0.0}, nearest, &segment, &start);
-            if (start > piece.place - piece.segment) {
-                std::swap(piece.from, piece.to);
-                piece.bulge = -piece.bulge;
-            }
-            pieces.push_back(piece);
-        }
-    }
-    std::sort(pieces.begin(), pieces.end(),
-              [](const Piece& a, const Piece& b) { return a.place < b.place; });
-    // A piece between two faces comes from both.
-    const auto same = [&](const Piece& a, const Piece& b) {
-        return a.segment == b.segment && common_->pointDist(a.from, b.from) <= kMeetingDistance &&
-               common_->pointDist(a.to, b.to) <= kMeetingDistance;
-    };
-    pieces.erase(std::unique(pieces.begin(), pieces.end(), same), pieces.end());
-    return pieces;
-}
-
-bool Parallels::isKept(const Piece& piece, const Source& source) const
-{
-    const double size = std::fabs(source.distance);
-    const double least = std::max(0.0, size * (1 - kDistanceShare) - kDistanceSlack);
-    for (const double share : {0.5, 0.05, 0.95, 0.25, 0.75}) {
-        Point2DF point = piece.from;
-        common_->pointOnBulgeSegmentAtRatio(piece.from, piece.to, piece.bulge, share, point);
-        if (!(common_->pointBulgePolylineDistSquared(point, source.points, source.bulges) >=
-              least * least))
-            return false;
-    }
-    if (!source.ring.closed) return true;
-    const Point2DF middle = common_->arcMidPoint(piece.from, piece.to, piece.bulge);
-    const int side = source.distance > 0 ? 1 : -1;
-    return common_->pointInBulgePolygon(source.ring.points, source.ring.bulges, middle) == side;
-}
-
-std::vector<Figure> Parallels::closedChains(const std::vector<Piece>& pieces) const
-{
-    LineWork work;
-    for (const Piece& piece : pieces) {
-        work.points.append(Points{piece.from, piece.to});
-        work.bulges.append(Values{piece.bulge, 0.0});
-    }
-    std::vector<Figure> figures;
-    for (const Loop& loop : extractLoops(*dataGeo_, work, LoopRequest(), interrupt_.flag()).loops) {
-        Figure figure;
-        figure.points = loop.points;
-        figure.bulges = loop.bulges;
-        figure.closed = true;
-        figures.push_back(std::move(figure));
-    }
-    return figures;
-}
-
-/// Pieces are in the order of the raw parallel; what was cut out between them is bridged where its
-/// ends meet, which is where the parallel crosses itself.
-std::vector<Figure> Parallels::openChains(const std::vector<Piece>& pieces) const
-{
-    std::vector<Figure> figures;
-    int segment = -1;
-    for (const Piece& piece : pieces) {
-        const bool goesOn = !figures.empty() && common_->pointDist(figures.back().points.last(),
-                                                                   piece.from) <= kMeetingDistance;
-        if (!goesOn) {
-            figures.emplace_back();
-            figures.back().points.append(piece.from);
-        }
-        Figure& figure = figures.back();
-        if (goesOn && segment == piece.segment) {
-            // Cut by the closing line, or where it crosses something that went: one again.
-            const double before = figure.bulges.last();
-            figure.bulges.removeLast();
-            figure.points.removeLast();
-            figure.bulges.append(std::tan(std::atan(before) + std::atan(piece.bulge)));
-        } else {
-            figure.bulges.append(piece.bulge);
-        }
-        figure.points.append(piece.to);
-        segment = piece.segment;
-    }
-    for (Figure& figure : figures) figure.bulges.append(0.0);
-    return figures;
-}
-
 std::vector<Figure> Parallels::of(const Figure& given, double distance) const
 {
     Figure figure = closedWhereItMeets(given);
-    figure.points = scale_.scaled(figure.points);
-    Source source{figure, {}, {}, scale_.scaled(distance)};
-    openChain(figure, source.points, source.bulges);
-    const bool outsideIsLeft =
-        !figure.closed || common_->hasPositiveBulgeArea(figure.points, figure.bulges);
-    Points raw;
-    Values rawBulges;
-    if (!common_->offsetBulgePolyline(source.points, source.bulges,
-                                      outsideIsLeft ? source.distance : -source.distance, raw,
-                                      rawBulges))
-        return {};
-    std::vector<Piece> kept;
-    for (const Piece& piece : cut(raw, rawBulges)) {
-        if (interrupt_.raised()) return {};
-        if (isKept(piece, source)) kept.push_back(piece);
-    }
-    std::vector<Figure> found = figure.closed ? closedChains(kept) : openChains(kept);
+    const ExactScale scale = workingScale(figure.points, distance, scale_);
+    figure.points = scale.scaled(figure.points);
+    std::vector<Figure> found =
+        Maker(*common_, *dataGeo_, interrupt_, figure, scale.scaled(distance)).make();
     for (Figure& parallel : found) {
-        parallel.points = scale_.unscaled(parallel.points);
+        parallel.points = scale.unscaled(parallel.points);
         parallel.layer = given.layer;
     }
     return found;

@@ -17,19 +17,13 @@ public:
 
     /// The parallel at a distance, in drawing units: to the left of an open figure when positive,
     /// outside of a closed one. Arcs stay arcs, corners are carried on to where the parallels of
-    /// their sides meet. It is cut where it crosses itself, and what is closer to the figure than
-    /// the distance goes; so there may be several pieces, or none. Parallels of closed figures are
-    /// closed.
+    /// their sides meet. It is cut where it crosses itself; what is closer to the figure than the
+    /// distance goes, and so does the tip of a corner in the parallel of another part. So there may
+    /// be several pieces, or none. They run in the figure's direction. Parallels of closed figures
+    /// are closed but where the figure crosses itself, those of open ones where they run into themselves.
     std::vector<Figure> of(const Figure& figure, double distance) const;
 
 private:
-    struct Piece;
-    struct Source;
-    std::vector<Piece> cut(const Points& points, const Values& bulges) const;
-    bool isKept(const Piece& piece, const Source& source) const;
-    std::vector<Figure> closedChains(const std::vector<Piece>& pieces) const;
-    std::vector<Figure> openChains(const std::vector<Piece>& pieces) const;
-
     tav::Ref<IcommonFunc> common_;
     tav::Ref<IDataGeo> dataGeo_;
     Interrupt& interrupt_;

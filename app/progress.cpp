@@ -37,6 +37,7 @@ Interrupt::Interrupt()
 Interrupt::~Interrupt()
 {
     sigaction(SIGINT, &actionBefore, nullptr);
+    std::atomic_ref(interruptFlag).store(false);
 }
 
 bool* Interrupt::flag()
@@ -44,7 +45,7 @@ bool* Interrupt::flag()
     return &interruptFlag;
 }
 
-bool Interrupt::raised() const
+bool Interrupt::isRaised()
 {
     return std::atomic_ref(interruptFlag).load();
 }

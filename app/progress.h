@@ -19,8 +19,13 @@ public:
 
     /// The flag as the module's operations take it.
     bool* flag();
-    bool raised() const;
+    bool raised() const { return isRaised(); }
+    /// Where no Interrupt is at hand; false when there is none.
+    static bool isRaised();
 };
+
+/// Thrown where work is broken off because of an interrupt.
+struct Interrupted {};
 
 /// Shows, on a terminal, what is being done and for how long as soon as it takes more than a
 /// second, and wipes it away at the end.

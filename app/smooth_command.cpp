@@ -3,14 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <memory>
 
+#include "app/command_run.h"
 #include "app/dxf_groups.h"
-#include "app/dxf_reader.h"
 #include "app/dxf_writer.h"
 #include "app/host.h"
-#include "app/progress.h"
 #include "app/smooth_report.h"
 #include "app/text.h"
 #include "app/user_error.h"
@@ -85,40 +83,28 @@ void writeCurves(OutputFile& out, const SmoothReport& report)
 
 int runSmooth(const SmoothOptions& options, const GlobalOptions& global)
 {
-    const auto begin = std::chrono::steady_clock::now();
+    CommandRun run(options.drawing);
     const Host host(global.pluginFolder);
     SmoothReport report;
     report.file = options.drawing.input;
     report.request.kind = *named(kKinds, curveName, options.curve);
     report.request.closing = *named(kClosings, closingName, options.closing);
-    {
-        const Progress progress("reading " + options.drawing.input);
-        report.drawing = readDxf(options.drawing.input,
-                                 {options.drawing.layers, options.drawing.ellipseTolerance});
-    }
+    report.drawing = run.readDrawing();
     settleTolerance(options.tolerance, report);
-    Interrupt interrupt;
-    Outputs outputs(options.drawing);
-    {
-        const Progress progress("smoothing " +
-                                countText(static_cast<long long>(report.drawing.figures.size())) +
-                                " lines");
-        const auto common = host.create<IcommonFunc>();
-        for (const Figure& figure : report.drawing.figures) {
-            if (interrupt.raised()) break;
-            report.figures.push_back(smoothed(*common, figure, report.request));
-        }
-        if (!interrupt.raised()) {
+    run.work(
+        "smoothing " + countText(static_cast<long long>(report.drawing.figures.size())) + " lines",
+        [&](const Interrupt& interrupt) {
+            const auto common = host.create<IcommonFunc>();
+            for (const Figure& figure : report.drawing.figures) {
+                if (interrupt.raised()) break;
+                report.figures.push_back(smoothed(*common, figure, report.request));
+            }
+        },
+        [&](Outputs& outputs) {
             if (outputs.dxf()) writeCurves(*outputs.dxf(), report);
             if (outputs.svg()) drawCurves(*outputs.svg(), report);
-        }
-    }
-    report.interrupted = interrupt.raised();
-    if (!report.interrupted) outputs.commit();
-    report.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    printAnswer(options.drawing.json ? jsonText(report) : tableText(report));
-    return report.interrupted ? kInterruptedStatus : kDoneStatus;
+        });
+    return run.answerWith(report);
 }
 
 }  // namespace
@@ -137,7 +123,7 @@ void addSmoothCommand(CLI::App& program, const GlobalOptions& global, std::funct
                      "spline (cubic), tension (stiffer, hardly overshoots), akima (local, calm; 50 "
                      "points for each segment), bezier (local, round) or bspline (smoothest, "
                      "passes beside the points)")
-        ->type_name("KIND")
+        ->type_name("spline|tension|akima|bezier|bspline")
         ->required()
         ->check(curveError);
     command

@@ -108,11 +108,7 @@ std::string tableText(const SmoothReport& report)
 {
     const Drawing& drawing = report.drawing;
     const Counts counts = countsOf(report);
-    Table table;
-    table.row("entities", countText(drawing.entityCount()), kindsText(drawing.taken));
-    if (!drawing.notTaken.empty())
-        table.row("not taken", countText(drawing.notTakenCount()), kindsText(drawing.notTaken));
-    if (drawing.onOtherLayers > 0) table.row("on other layers", countText(drawing.onOtherLayers));
+    Table table = drawingTable(drawing);
     table.row(std::string(curveName(report.request.kind)) + " curves", countText(counts.smoothed),
               countText(counts.closed) + " of them closed");
     if (counts.kept > 0)

@@ -2,14 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <memory>
 
-#include "app/dxf_groups.h"
-#include "app/dxf_reader.h"
+#include "app/command_run.h"
 #include "app/figures.h"
 #include "app/host.h"
-#include "app/progress.h"
 #include "app/station_report.h"
 #include "app/text.h"
 #include "app/user_error.h"
@@ -23,13 +20,6 @@ struct StationOptions {
     StationRequest request;
     double tick = 0;  ///< 0: by the size of the axes
 };
-
-/// What is wrong with the word of an option that takes a length above 0; empty when nothing is.
-std::string spacingError(const std::string& word)
-{
-    const auto number = dxfNumber(word);
-    return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
-}
 
 /// A sixtieth of the larger side of the drawing.
 double tickFor(const Drawing& drawing)
@@ -91,8 +81,7 @@ void setOut(const Host& host, const StationRequest& request, const Interrupt& in
         setStations(axis, wanted, report.tick, interrupt, told);
         report.axes.push_back(std::move(told));
     }
-    report.interrupted = interrupt.raised();
-    if (report.interrupted) return;
+    if (interrupt.raised()) return;
     if (report.axes.empty()) throw UserError("nothing on the layer has a length");
     if (!request.at.empty()) failBeyondAll(report, request);
 }
@@ -111,34 +100,22 @@ void setOutOf(const Host& host, const StationRequest& request, const Interrupt& 
 
 int runStation(const StationOptions& options, const GlobalOptions& global)
 {
-    const auto begin = std::chrono::steady_clock::now();
+    CommandRun run(options.drawing);
     Host host(global.pluginFolder);
     host.loadGeometry();
     StationReport report;
     report.file = options.drawing.input;
-    {
-        const Progress progress("reading " + report.file);
-        report.drawing =
-            readDxf(report.file, {options.drawing.layers, options.drawing.ellipseTolerance});
-    }
+    report.drawing = run.readDrawing();
     report.tick = options.tick > 0 ? options.tick : tickFor(report.drawing);
-    Interrupt interrupt;
-    Outputs outputs(options.drawing);
-    {
-        const Progress progress("setting out stations");
-        setOutOf(host, options.request, interrupt, report);
-        if (!report.interrupted) {
+    run.work(
+        "setting out stations",
+        [&](const Interrupt& interrupt) { setOutOf(host, options.request, interrupt, report); },
+        [&](Outputs& outputs) {
             if (outputs.dxf()) writeStations(*outputs.dxf(), report);
             if (outputs.svg()) drawStations(*outputs.svg(), report);
             if (outputs.csv()) writeCsv(*outputs.csv(), report);
-        }
-    }
-    report.interrupted = report.interrupted || interrupt.raised();
-    if (!report.interrupted) outputs.commit();
-    report.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    printAnswer(options.drawing.json ? jsonText(report) : tableText(report));
-    return report.interrupted ? kInterruptedStatus : kDoneStatus;
+        });
+    return run.answerWith(report);
 }
 
 }  // namespace
@@ -157,7 +134,7 @@ void addStationCommand(CLI::App& program, const GlobalOptions& global, std::func
                                    "A station every D from the start on, and one at the end "
                                    "(default: a station at every vertex)")
                       ->type_name("D")
-                      ->check(spacingError);
+                      ->check(positiveLengthError);
     auto* at = command->add_option("--at", options->request.at, "Stations at these running lengths")
                    ->type_name("S")
                    ->check(lengthError);
@@ -166,7 +143,7 @@ void addStationCommand(CLI::App& program, const GlobalOptions& global, std::func
                      "Length of the tick marks to either side of the axis (default: a sixtieth of "
                      "the drawing's larger side)")
         ->type_name("LENGTH")
-        ->check(spacingError);
+        ->check(positiveLengthError);
     every->excludes(at);
     command->callback([options, &global, &run] {
         run = [options, &global] { return runStation(*options, global); };

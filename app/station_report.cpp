@@ -1,6 +1,7 @@
 #include "app/station_report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <numbers>
 
@@ -16,8 +17,14 @@ namespace {
 /// Stations of an axis that the table gives.
 constexpr std::size_t kStationsShown = 100;
 
-/// Stations that the picture labels; more would cover each other.
+/// Decimals of a degree in the table: a fifth of a millimetre on a kilometre.
+constexpr int kDirectionDecimals = 5;
+
+/// Labels, and dots at vertices, that the picture has room for.
 constexpr long long kMostLabels = 1000;
+
+/// How far apart two labels must begin to be read, in units of the page.
+constexpr double kLabelRoom = 13;
 
 double degrees(double radians)
 {
@@ -42,24 +49,18 @@ std::string axisRemark(const AxisReport& axis)
 /// The stations in columns, as wide as they need.
 std::string columnsText(const AxisReport& axis)
 {
+    // A millionth of the axis, but no fewer than the millimetres of metres.
+    const int decimals = std::clamp(6 - static_cast<int>(std::log10(axis.length)), 3, 12);
     std::vector<std::vector<std::string>> rows = {{"station", "x", "y", "direction", "radius"}};
     for (std::size_t i = 0; i < std::min(axis.stations.size(), kStationsShown); ++i) {
         const Station& station = axis.stations[i];
-        rows.push_back({shortText(station.along), shortText(station.place.x()),
-                        shortText(station.place.y()), fixedText(degrees(station.direction), 6),
+        rows.push_back({columnText(station.along, decimals),
+                        columnText(station.place.x(), decimals),
+                        columnText(station.place.y(), decimals),
+                        columnText(degrees(station.direction), kDirectionDecimals),
                         station.radius == 0 ? "" : shortText(station.radius)});
     }
-    std::vector<std::size_t> widths(rows[0].size(), 0);
-    for (const auto& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-    std::string text;
-    for (const auto& row : rows) {
-        text += "  ";
-        for (std::size_t i = 0; i < row.size(); ++i)
-            text.append(widths[i] - row[i].size() + 2, ' ').append(row[i]);
-        text.erase(text.find_last_not_of(' ') + 1);
-        text += "\n";
-    }
+    std::string text = alignedText(rows);
     if (axis.stations.size() > kStationsShown)
         text += "    and " +
                 countText(static_cast<long long>(axis.stations.size() - kStationsShown)) +
@@ -109,19 +110,61 @@ Box extentOf(const StationReport& report)
     return {extent.minX - room, extent.minY - room, extent.maxX + room, extent.maxY + room};
 }
 
+long long vertexCount(const StationReport& report)
+{
+    long long count = 0;
+    for (const AxisReport& axis : report.axes) count += axis.figure->points.size();
+    return count;
+}
+
+/// A label beside the axis: where it begins and about where it ends.
+struct LabelPlace {
+    tav::Point2DF begin;
+    tav::Point2DF end;
+};
+
+LabelPlace labelPlace(const SvgPicture& picture, const tav::Point2DF& begin, double direction,
+                      const std::string& text)
+{
+    constexpr double kSignWidth = 7;
+    const double length = kSignWidth * static_cast<double>(text.size()) / picture.onPage(1);
+    return {begin,
+            begin + tav::Point2DF(length * std::cos(direction), length * std::sin(direction))};
+}
+
+/// Writes running lengths to the left of the axis, as many as have room; that of the end on its
+/// right when the left is taken. Gives the number of labels.
+long long labelStations(SvgPicture& picture, const AxisReport& axis)
+{
+    constexpr double kQuarter = std::numbers::pi / 2;
+    long long labels = 0;
+    LabelPlace last;
+    for (std::size_t i = 0; i < axis.stations.size() && labels < kMostLabels; ++i) {
+        const Station& station = axis.stations[i];
+        const std::string text = fixedText(station.along, 3);
+        const double leftwards = station.direction + kQuarter;
+        const LabelPlace place = labelPlace(picture, axis.ticks[i].left, leftwards, text);
+        const double apart =
+            std::min(place.begin.distanceTo(last.begin), place.end.distanceTo(last.end));
+        if (i == 0 || picture.onPage(apart) >= kLabelRoom) {
+            picture.label(place.begin, leftwards, text);
+            last = place;
+        } else if (i + 1 == axis.stations.size()) {
+            picture.label(axis.ticks[i].right, station.direction - kQuarter, text);
+        } else {
+            continue;
+        }
+        ++labels;
+    }
+    return labels;
+}
+
 }  // namespace
 
 std::string tableText(const StationReport& report)
 {
     const Drawing& drawing = report.drawing;
-    Table table;
-    table.row("entities", countText(drawing.entityCount()), kindsText(drawing.taken));
-    if (!drawing.notTaken.empty()) {
-        int notTaken = 0;
-        for (const auto& [kind, number] : drawing.notTaken) notTaken += number;
-        table.row("not taken", countText(notTaken), kindsText(drawing.notTaken));
-    }
-    if (drawing.onOtherLayers > 0) table.row("on other layers", countText(drawing.onOtherLayers));
+    Table table = drawingTable(drawing);
     if (drawing.ellipseReach > 0)
         table.row("ellipses", "as chords", "within " + shortText(drawing.ellipseReach));
     table.row("axes", countText(static_cast<long long>(report.axes.size())));
@@ -208,20 +251,29 @@ void drawStations(OutputFile& out, const StationReport& report)
     picture.endGroup();
 
     const long long count = stationCount(report);
+    if (vertexCount(report) <= kMostLabels) {
+        picture.beginGroup("vertices", {.fill = "#37474f"});
+        for (const AxisReport& axis : report.axes)
+            for (const tav::Point2DF& vertex : axis.figure->points) picture.dot(vertex, 2.4);
+        picture.endGroup();
+    }
     picture.beginGroup("ticks", {.stroke = "#d32f2f", .width = SvgPicture::lineWidth(count)});
     for (const AxisReport& axis : report.axes)
         for (const Tick& tick : axis.ticks)
             picture.figure({tick.left, tick.right}, {0.0, 0.0}, false);
     picture.endGroup();
 
-    if (count <= kMostLabels) {
-        picture.beginGroup("labels", {.fill = "#37474f"});
-        for (const AxisReport& axis : report.axes)
-            for (std::size_t i = 0; i < axis.stations.size(); ++i)
-                picture.label(axis.ticks[i].left, axis.stations[i].direction + std::numbers::pi / 2,
-                              fixedText(axis.stations[i].along, 3));
-        picture.endGroup();
+    picture.beginGroup("labels", {.fill = "#37474f"});
+    long long labels = 0;
+    for (const AxisReport& axis : report.axes) {
+        if (labels > kMostLabels) break;
+        labels += labelStations(picture, axis);
+        if (report.axes.size() == 1 || axis.stations.empty()) continue;
+        const Station& end = axis.stations.back();
+        if (end.along >= axis.length)
+            picture.label(end.place, end.direction, "axis " + std::to_string(axis.number));
     }
+    picture.endGroup();
     picture.finish();
 }
 

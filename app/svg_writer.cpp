@@ -111,7 +111,8 @@ SvgPicture::SvgPicture(OutputFile& out, const Box& extent, const std::string& ti
     const std::string w = fixedText(pageWidth_, 2);
     const std::string h = fixedText(pageHeight_, 2);
     out_.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h +
-               "\" viewBox=\"0 0 " + w + " " + h + "\">\n<title>" + xmlText(title) +
+               "\" viewBox=\"0 0 " + w + " " + h +
+               "\" font-family=\"sans-serif\" font-size=\"12\">\n<title>" + xmlText(title) +
                "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n");
 }
 
@@ -149,7 +150,7 @@ void SvgPicture::label(const tav::Point2DF& place, double direction, const std::
     const bool headDown = std::cos(direction) < -kUpright;
     const double degrees = -direction * 180 / std::numbers::pi + (headDown ? 180 : 0);
     out_.write("<text x=\"" + x(place) + "\" y=\"" + y(place) + "\" dx=\"" +
-               (headDown ? "-4\" text-anchor=\"end" : "4") + "\" dy=\"3.5\" transform=\"rotate(" +
+               (headDown ? "-4\" text-anchor=\"end" : "4") + "\" dy=\"4\" transform=\"rotate(" +
                fixedText(degrees, 2) + " " + x(place) + " " + y(place) + ")\">" + xmlText(text) +
                "</text>\n");
 }

@@ -38,6 +38,9 @@ public:
     /// x axis); what would stand on its head ends there instead.
     void label(const tav::Point2DF& place, double direction, const std::string& text);
 
+    /// A length of the drawing in units of the page.
+    double onPage(double length) const { return length * scale_; }
+
     /// Writes the end of the picture.
     void finish();
 

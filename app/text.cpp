@@ -47,6 +47,13 @@ std::string fixedText(double value, int decimals)
     return withoutTrailingZeros(converted(value, std::chars_format::fixed, decimals));
 }
 
+std::string columnText(double value, int decimals)
+{
+    const std::string text = converted(value, std::chars_format::fixed, decimals);
+    const bool isZero = text.find_first_not_of("-0.") == text.npos;
+    return isZero && text[0] == '-' ? text.substr(1) : text;
+}
+
 std::string countText(long long count)
 {
     std::string text = std::to_string(count);
@@ -110,6 +117,32 @@ std::string Table::text() const
         text += "\n";
     }
     return text;
+}
+
+std::string alignedText(const std::vector<std::vector<std::string>>& rows)
+{
+    std::vector<std::size_t> widths(rows[0].size(), 0);
+    for (const auto& row : rows)
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    std::string text;
+    for (const auto& row : rows) {
+        text += "  ";
+        for (std::size_t i = 0; i < row.size(); ++i)
+            text.append(widths[i] - row[i].size() + 2, ' ').append(row[i]);
+        text.erase(text.find_last_not_of(' ') + 1);
+        text += "\n";
+    }
+    return text;
+}
+
+Table drawingTable(const Drawing& drawing)
+{
+    Table table;
+    table.row("entities", countText(drawing.entityCount()), kindsText(drawing.taken));
+    if (!drawing.notTaken.empty())
+        table.row("not taken", countText(drawing.notTakenCount()), kindsText(drawing.notTaken));
+    if (drawing.onOtherLayers > 0) table.row("on other layers", countText(drawing.onOtherLayers));
+    return table;
 }
 
 }  // namespace calcora::app

@@ -18,6 +18,9 @@ std::string shortText(double value);
 /// With so many decimals at most, no trailing zeros, no minus before 0.
 std::string fixedText(double value, int decimals);
 
+/// With exactly so many decimals, no minus before 0: for columns.
+std::string columnText(double value, int decimals);
+
 /// "1,234,567".
 std::string countText(long long count);
 
@@ -46,5 +49,11 @@ private:
     };
     std::vector<Row> rows_;
 };
+
+/// Cells in columns as wide as they need, to the right in each; all rows have as many.
+std::string alignedText(const std::vector<std::vector<std::string>>& rows);
+
+/// The rows on what was taken from a drawing and what was not.
+Table drawingTable(const Drawing& drawing);
 
 }  // namespace calcora::app

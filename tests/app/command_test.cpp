@@ -289,26 +289,36 @@ TEST(Command, TellsBadInputInOneLineAndLeavesNoFile)
 
 TEST(Command, StopsOnRequest)
 {
-    // Long lines all over each other: several seconds of crossings.
+    // Long lines all over each other: several seconds of crossings. One by one they are of interest
+    // to some commands, as one long line to others.
     const Scratch scratch;
     std::mt19937 random(1);
     std::uniform_real_distribution<double> place(0, 1000);
     std::vector<std::string> notes;
-    for (int i = 0; i < 3000; ++i)
+    std::ostringstream tangle;
+    tangle << "LWPOLYLINE 8=A 90=3000 70=0";
+    for (int i = 0; i < 3000; ++i) {
         notes.push_back(lineNote(place(random), place(random), place(random), place(random)));
+        tangle << " 10=" << place(random) << " 20=" << place(random);
+    }
+    notes.push_back(tangle.str());
     const std::string input = scratch.write("in.dxf", dxfText(notes));
-    const Scratch outputs;
-    const Scratch streams;
-    const pid_t child = start({"loops", input, "-o", outputs.path("out.dxf"), "--json"}, streams);
-    // The file in the making appears when reading is done and the work begins.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (outputs.fileCount() == 0 && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    kill(child, SIGINT);
-    const Answer answer = finish(child, streams);
-    EXPECT_EQ(answer.status, 130);
-    EXPECT_EQ(json::parse(answer.out, nullptr, false)["interrupted"], true);
-    EXPECT_EQ(outputs.fileCount(), 0);
+    for (std::vector<std::string> words :
+         {std::vector<std::string>{"loops"}, {"offset", "--distance", "0.01"}}) {
+        const Scratch outputs;
+        const Scratch streams;
+        words.insert(words.end(), {input, "-o", outputs.path("out.dxf"), "--json"});
+        const pid_t child = start(words, streams);
+        // The file in the making appears when reading is done and the work begins.
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (outputs.fileCount() == 0 && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        kill(child, SIGINT);
+        const Answer answer = finish(child, streams);
+        EXPECT_EQ(answer.status, 130) << words[0];
+        EXPECT_EQ(json::parse(answer.out, nullptr, false)["interrupted"], true) << words[0];
+        EXPECT_EQ(outputs.fileCount(), 0) << words[0];
+    }
 }
 
 /// Of every loop written: closed, and with the area that its vertices and bulges give by themselves.

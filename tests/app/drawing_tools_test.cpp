@@ -208,17 +208,18 @@ TEST(Offset, CutsParallelsApartWhereTheyMeet)
                                           30, 10, 20, 10, 20, 6, 10, 6, 10, 10, 0,  10};
     const std::vector<double> bay = {0, 0, 10, 0, 10, 4.5, 8,  4.5, 8,  2,  2, 2,
                                      2, 8, 8,  8, 8,  5.5, 10, 5.5, 10, 10, 0, 10};
+    // Corners that point at each other: the tips of their parallels cross.
+    const std::vector<double> waist = {0, 0, 18, 0, 10.2, 6, 18, 12, 0, 12, 7.8, 6};
+    const double lobe = 25.5732148;  // similar to the triangle over a base, its incircle 1.1 less
     const std::vector<double> clockwise = {0, 10, 10, 10, 10, 0, 0, 0};
     struct Case {
         std::vector<double> outline;
         double distance;
         std::vector<double> areas;
     };
-    const std::vector<Case> cases = {{dumbbell, -1.5, {49, 49}},
-                                     {bay, 1, {16, 144}},
-                                     {clockwise, 1, {144}},
-                                     {clockwise, -2, {36}},
-                                     {clockwise, -5.5, {}}};
+    const std::vector<Case> cases = {{dumbbell, -1.5, {49, 49}},  {bay, 1, {16, 144}},
+                                     {waist, -1.1, {lobe, lobe}}, {clockwise, 1, {144}},
+                                     {clockwise, -2, {36}},       {clockwise, -5.5, {}}};
     // Turned and far out, and with coordinates of a thousandth the size.
     for (const auto& [outline, distance, areas] : cases)
         for (const double size : {1.0, 1e-3}) {

@@ -168,6 +168,10 @@ TEST(StationCommand, WritesEveryStation)
     const std::string svg = readFile(scratch.path("s.svg"));
     EXPECT_THAT(svg, HasSubstr(">12.566</text>"));
     EXPECT_THAT(svg, HasSubstr("</svg>"));
+    EXPECT_EQ(run(input + " --layer axis --every 0.011 --svg " + scratch.path("s.svg")).status, 0);
+    const std::string crowded = readFile(scratch.path("s.svg"));
+    EXPECT_LT(std::count(crowded.begin(), crowded.end(), '('), 150) << "labels have room";
+    EXPECT_THAT(crowded, HasSubstr(">12.566</text>")) << "the end's is there";
 }
 
 TEST(StationCommand, TakesStationsAskedForOrVertices)

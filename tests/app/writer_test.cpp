@@ -4,12 +4,14 @@
 #include <sys/stat.h>
 
 #include <cmath>
+#include <csignal>
 #include <random>
 
 #include "app/dxf_reader.h"
 #include "app/dxf_writer.h"
 #include "app/exact_scale.h"
 #include "app/output_file.h"
+#include "app/progress.h"
 #include "app/svg_writer.h"
 #include "app/text.h"
 #include "app/user_error.h"
@@ -195,6 +197,9 @@ TEST(OutputFile, IsThereWholeOrNotAtAll)
     {
         OutputFile abandoned(path);
         abandoned.write(std::string(1 << 20, 'x'));
+        const Interrupt interrupt;
+        raise(SIGINT);
+        EXPECT_THROW(abandoned.write(std::string(1 << 20, 'x')), Interrupted);
     }
     EXPECT_EQ(readFile(path), "old");
     EXPECT_EQ(scratch.fileCount(), 1);

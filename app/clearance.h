@@ -1,0 +1,71 @@
+// Where segments keep their distance from a line.
+#pragma once
+
+#include <vector>
+
+#include "app/segment_index.h"
+
+namespace calcora::app {
+
+/// Part of a segment, as shares of its length.
+struct Stretch {
+    double from = 0;
+    double to = 1;
+};
+
+/// A segment as the way along it: straight, or about a centre.
+class Way {
+public:
+    Way(IcommonFunc& common, const Segment& segment);
+
+    tav::Point2DF at(double share) const;
+    double distance(const tav::Point2DF& point) const;
+    /// The box of a part, somewhat larger for an arc.
+    Box boxOf(const Stretch& part) const;
+
+    /// A lower bound of the distance between a box and a part of the way with that box.
+    double leastDistance(const Box& box, const Stretch& part, const Box& partBox) const;
+
+    /// Appends the places of this way on the lines and circles that are `distance` from another.
+    void crossBand(const Way& other, double distance, std::vector<double>& shares) const;
+
+private:
+    void crossCircle(const tav::Point2DF& centre, double radius, std::vector<double>& shares) const;
+    void crossLine(const tav::Point2DF& place, const tav::Point2DF& direction,
+                   std::vector<double>& shares) const;
+    void addAngles(double axis, double cosine, std::vector<double>& shares) const;
+    double turnTo(double angle) const;
+
+    Segment segment_;
+    bool isArc_ = false;
+    double length_ = 0;     ///< of the chord
+    tav::Point2DF along_;   ///< unit vector of a straight way
+    tav::Point2DF centre_;  ///< of an arc
+    double radius_ = 0;
+    double startAngle_ = 0;
+    double sweep_ = 0;
+};
+
+/// Tells which parts of segments are nowhere nearer to a line than a distance.
+///
+/// The points nearer than the distance to one segment of the line form a band about it: between its
+/// two parallels, and in the discs about its ends. What comes nearer to the line enters a band,
+/// across one of these lines and circles; so between two crossings with them all points of a piece
+/// are in the band or none is, and its middle tells. Each band is taken away from what is still
+/// clear, the nearest first; what no band reaches any more is not looked at again.
+class Clearance {
+public:
+    /// The index must outlive this object.
+    Clearance(IcommonFunc& common, const SegmentIndex& line, double distance);
+
+    /// The clear parts of a segment in their order.
+    std::vector<Stretch> clearStretches(const Segment& segment) const;
+
+private:
+    IcommonFunc& common_;
+    const SegmentIndex& line_;
+    std::vector<Way> ways_;  ///< of the line's segments
+    double distance_;
+};
+
+}  // namespace calcora::app
