@@ -1,9 +1,16 @@
-// Loop extraction against node + polygonize of GEOS (arcs as chords within 1e-3), same line work.
+// Loop extraction against other libraries on the same line work.
+//
+//   loops_bench [OPTIONS OF GOOGLE BENCHMARK...]   times, with a checksum over the loops
+//   loops_bench --faces                            faces found, beside those of exact arrangements
 #include <benchmark/benchmark.h>
-#include <geos_c.h>
 
-#include <memory>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <string>
 
+#include "bench/peers.h"
 #include "bench/workloads.h"
 #include "datageo/DataGeo.h"
 
@@ -11,20 +18,33 @@ namespace {
 
 using workloads::LineWork;
 
-/// Largest size that the peer is measured at; it grows too slow beyond.
+/// Largest size that peers are measured at; they grow too slow beyond.
 constexpr int kPeerLimit = 100000;
 
-/// A figure over the loops that changes when any of their coordinates does.
-double checksum(const IDataGeo::PointLists& loops, const IDataGeo::ValueLists& bulges)
+/// Size and seeds of the drawings whose faces are counted.
+constexpr int kCountedSize = 3000;
+constexpr int kSeeds = 4;
+
+/// A figure over every bit of the loops, in their order (FNV-1a over 64-bit words).
+std::string checksum(const IDataGeo::PointLists& loops, const IDataGeo::ValueLists& bulges)
 {
-    double sum = 0;
-    double weight = 1;
-    for (int i = 0; i < loops.size(); ++i)
-        for (int k = 0; k < loops[i].size(); ++k) {
-            weight = weight > 1e6 ? 1 : weight * 1.0001;
-            sum += weight * (loops[i][k].x() + 3 * loops[i][k].y() + 7 * bulges[i][k]);
-        }
-    return sum;
+    std::uint64_t hash = 0xCBF29CE484222325u;
+    const auto add = [&hash](std::uint64_t word) { hash = (hash ^ word) * 0x100000001B3u; };
+    for (int i = 0; i < loops.size(); ++i) {
+        add(static_cast<std::uint64_t>(loops[i].size()));
+        for (int k = 0; k < loops[i].size(); ++k)
+            for (const double value : {loops[i][k].x(), loops[i][k].y(), bulges[i][k]})
+                add(std::bit_cast<std::uint64_t>(value));
+    }
+    std::array<char, 17> text;
+    std::snprintf(text.data(), text.size(), "%016llx", static_cast<unsigned long long>(hash));
+    return text.data();
+}
+
+void reportSegments(benchmark::State& state, int segments)
+{
+    state.counters["each"] = benchmark::Counter(
+        segments, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void extractLoops(benchmark::State& state, const workloads::Named& workload)
@@ -34,101 +54,74 @@ void extractLoops(benchmark::State& state, const workloads::Named& workload)
     IDataGeo::ValueLists bulges;
     DataGeo data(0);
     for (auto _ : state) {
-        data.buildRegions(work.points, work.bulges, loops, bulges, false, nullptr, 0);
+        data.buildRegions(work.points, work.bulges, loops, bulges, false, nullptr,
+                          work.snapTolerance);
         benchmark::DoNotOptimize(loops);
     }
     state.counters["loops"] = loops.size();
-    state.counters["checksum"] = checksum(loops, bulges);
-    state.counters["ns_per_segment"] =
-        benchmark::Counter(work.segments * 1e-9, benchmark::Counter::kIsIterationInvariantRate |
-                                                     benchmark::Counter::kInvert);
+    state.SetLabel(checksum(loops, bulges));
+    reportSegments(state, work.segments);
 }
 
-/// GEOS objects are destroyed through their library's context.
-struct Geos {
-    GEOSContextHandle_t handle = GEOS_init_r();
-    ~Geos() { GEOS_finish_r(handle); }
+using MakePeer = std::unique_ptr<peers::Peer> (*)(const LineWork&);
 
-    GEOSGeometry* line(const std::vector<tav::Point2DF>& points) const
-    {
-        GEOSCoordSequence* sequence =
-            GEOSCoordSeq_create_r(handle, static_cast<unsigned>(points.size()), 2);
-        for (unsigned i = 0; i < points.size(); ++i)
-            GEOSCoordSeq_setXY_r(handle, sequence, i, points[i].x(), points[i].y());
-        return GEOSGeom_createLineString_r(handle, sequence);
-    }
-};
-
-/// The polyline with every arc as chords within 1e-3.
-std::vector<tav::Point2DF> chords(const tav::Vector<tav::Point2DF>& points,
-                                  const tav::Vector<double>& bulges)
-{
-    std::vector<tav::Point2DF> result{points.first()};
-    for (int i = 0; i + 1 < points.size(); ++i) {
-        const tav::Point2DF& a = points[i];
-        const tav::Point2DF& b = points[i + 1];
-        const double half = 2 * std::atan(bulges[i]);
-        if (half != 0) {
-            const double radius = a.distanceTo(b) / (2 * std::fabs(std::sin(half)));
-            const int steps = 1 + static_cast<int>(std::fabs(half) / std::acos(1 - 1e-3 / radius));
-            for (int k = 1; k < steps; ++k) {
-                const double t = static_cast<double>(k) / steps;
-                const double scale = std::sin(t * half) / std::sin(half);
-                const double turn = -(1 - t) * half;
-                const double dx = b.x() - a.x();
-                const double dy = b.y() - a.y();
-                result.emplace_back(a.x() + scale * (dx * std::cos(turn) - dy * std::sin(turn)),
-                                    a.y() + scale * (dx * std::sin(turn) + dy * std::cos(turn)));
-            }
-        }
-        result.push_back(b);
-    }
-    return result;
-}
-
-void polygonize(benchmark::State& state, const workloads::Named& workload)
+void runPeer(benchmark::State& state, const workloads::Named& workload, MakePeer make)
 {
     const LineWork work = workload.make(static_cast<int>(state.range(0)));
-    const Geos geos;
-    std::vector<GEOSGeometry*> lines;
-    for (int i = 0; i < work.points.size(); ++i)
-        lines.push_back(geos.line(chords(work.points[i], work.bulges[i])));
-    GEOSGeometry* collection = GEOSGeom_createCollection_r(
-        geos.handle, GEOS_MULTILINESTRING, lines.data(), static_cast<unsigned>(lines.size()));
+    const auto peer = make(work);
     int faces = 0;
-    for (auto _ : state) {
-        GEOSGeometry* noded = GEOSNode_r(geos.handle, collection);
-        GEOSGeometry* polygons = GEOSPolygonize_r(geos.handle, &noded, 1);
-        faces = GEOSGetNumGeometries_r(geos.handle, polygons);
-        GEOSGeom_destroy_r(geos.handle, polygons);
-        GEOSGeom_destroy_r(geos.handle, noded);
-    }
-    GEOSGeom_destroy_r(geos.handle, collection);
+    for (auto _ : state) faces = peer->countFaces();
     state.counters["loops"] = faces;
-    state.counters["ns_per_segment"] =
-        benchmark::Counter(work.segments * 1e-9, benchmark::Counter::kIsIterationInvariantRate |
-                                                     benchmark::Counter::kInvert);
+    reportSegments(state, work.segments);
+}
+
+void addRows(const workloads::Named& workload, int size)
+{
+    const std::string task = std::string("loops_") + workload.name;
+    const auto add = [&](const char* contender, auto run) {
+        benchmark::RegisterBenchmark((task + "/" + contender).c_str(), run)
+            ->Arg(size)
+            ->Unit(benchmark::kMillisecond);
+    };
+    const auto addPeer = [&](unsigned which, const char* contender, MakePeer make) {
+        if ((workload.peers & which) == 0 || size > kPeerLimit) return;
+        add(contender, [=](benchmark::State& state) { runPeer(state, workload, make); });
+    };
+    add("calcora", [=](benchmark::State& state) { extractLoops(state, workload); });
+    addPeer(workloads::kGeos, "geos", peers::geosNode);
+    addPeer(workloads::kGeos, "geos_single", peers::geosSinglePass);
+    addPeer(workloads::kGeosSnapping, "geos_snapping", peers::geosSnapping);
+    addPeer(workloads::kCgal, "cgal", peers::cgalSegments);
+    addPeer(workloads::kCgalCircles, "cgal", peers::cgalCircles);
+}
+
+int countFaces()
+{
+    bool areSame = true;
+    std::printf("%-16s %5s %9s %9s %9s\n", "faces", "seed", "calcora", "exact", "geos");
+    for (const workloads::Counted& workload : workloads::allCounted())
+        for (int seed = 0; seed < kSeeds; ++seed) {
+            const LineWork work =
+                workload.make(kCountedSize, static_cast<std::uint64_t>(seed) * 100);
+            IDataGeo::PointLists loops;
+            IDataGeo::ValueLists bulges;
+            DataGeo(0).buildRegions(work.points, work.bulges, loops, bulges, false, nullptr, 0);
+            const int exact = peers::cgalCircles(work)->countFaces();
+            areSame = areSame && loops.size() == exact;
+            std::printf("%-16s %5d %9d %9d %9d%s\n", workload.name, seed, loops.size(), exact,
+                        peers::geosNode(work)->countFaces(),
+                        loops.size() == exact ? "" : "  DIFFERENT");
+        }
+    return areSame ? 0 : 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc == 2 && std::string(argv[1]) == "--faces") return countFaces();
     for (const workloads::Named& workload : workloads::all())
-        for (const int size : {1000, 10000, 100000, 1000000}) {
-            const std::string name = std::string("loops_") + workload.name;
-            benchmark::RegisterBenchmark(
-                (name + "/calcora").c_str(),
-                [workload](benchmark::State& state) { extractLoops(state, workload); })
-                ->Arg(size)
-                ->Unit(benchmark::kMillisecond);
-            if (size <= kPeerLimit)
-                benchmark::RegisterBenchmark(
-                    (name + "/geos").c_str(),
-                    [workload](benchmark::State& state) { polygonize(state, workload); })
-                    ->Arg(size)
-                    ->Unit(benchmark::kMillisecond);
-        }
+        for (const int size : {10000, 100000, 1000000}) addRows(workload, size);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -17,6 +17,7 @@ struct LineWork {
     tav::Vector<tav::Vector<tav::Point2DF>> points;
     tav::Vector<tav::Vector<double>> bulges;
     int segments = 0;
+    double snapTolerance = 0.0;  ///< with which it is meant to be read
 
     void add(tav::Vector<tav::Point2DF> line, tav::Vector<double> lineBulges = {})
     {
@@ -76,10 +77,10 @@ inline int gridSide(int segments)
 }
 
 /// Street blocks: every edge of a jittered grid as a line of its own.
-inline LineWork streets(int segments, tav::Point2DF origin = {})
+inline LineWork streets(int segments, tav::Point2DF origin = {}, std::uint64_t seed = 0)
 {
     const int side = gridSide(segments);
-    const Grid grid(side, 30, origin, 1);
+    const Grid grid(side, 30, origin, 1 + seed);
     LineWork work;
     for (int y = 0; y < side; ++y)
         for (int x = 0; x < side; ++x) {
@@ -90,9 +91,9 @@ inline LineWork streets(int segments, tav::Point2DF origin = {})
 }
 
 /// Lines of random place and direction that cross about four others each.
-inline LineWork crossing(int segments)
+inline LineWork crossing(int segments, std::uint64_t seed = 0)
 {
-    Random random(2);
+    Random random(2 + seed);
     const double extent = kSpacing * std::sqrt(static_cast<double>(segments));
     const double length = kSpacing * std::sqrt(2 * 3.14159265358979);
     LineWork work;
@@ -105,11 +106,11 @@ inline LineWork crossing(int segments)
 }
 
 /// A street grid whose edges are lines and arcs by turns, under discs that overlap them.
-inline LineWork arcsAndDiscs(int segments)
+inline LineWork arcsAndDiscs(int segments, std::uint64_t seed = 0)
 {
     const int side = gridSide(segments * 2 / 3);
-    const Grid grid(side, 20, {}, 3);
-    Random random(4);
+    const Grid grid(side, 20, {}, 3 + seed);
+    Random random(4 + seed);
     LineWork work;
     for (int y = 0; y < side; ++y)
         for (int x = 0; x < side; ++x) {
@@ -164,6 +165,68 @@ inline LineWork islands(int segments)
     return work;
 }
 
+/// Islands in islands, four of one centre.
+inline LineWork nestedIslands(int segments)
+{
+    const int side = 1 + static_cast<int>(std::sqrt(segments / 32.0));
+    LineWork work;
+    for (int i = 0; work.segments < segments; ++i)
+        for (const double radius : {10, 20, 30, 40})
+            addEightCorners(work, i % side * kSpacing, static_cast<double>(i / side) * kSpacing,
+                            radius);
+    return work;
+}
+
+/// Walls of a plan on whole coordinates: they cross, overlap and end at each other.
+inline LineWork plan(int segments, std::uint64_t seed = 0)
+{
+    Random random(8 + seed);
+    constexpr double kModule = 50;
+    const auto whole = [&random](double below) { return std::floor(random.between(0, below)); };
+    const double modules = std::sqrt(2.0 * segments);
+    LineWork work;
+    while (work.segments < segments) {
+        const tav::Point2DF a(kModule * whole(modules), kModule * whole(modules));
+        const double length = kModule * (1 + whole(6));
+        const bool level = random.between(0, 1) < 0.5;
+        work.add({a, {a.x() + (level ? length : 0), a.y() + (level ? 0 : length)}});
+    }
+    return work;
+}
+
+/// Discs that touch their neighbours, some drawn again as halves that overlap the first ones.
+inline LineWork touchingDiscs(int segments, std::uint64_t seed = 0)
+{
+    Random random(9 + seed);
+    const int side = 1 + static_cast<int>(std::sqrt(segments / 3.0));
+    constexpr double r = kSpacing / 2;
+    LineWork work;
+    for (int i = 0; work.segments < segments; ++i) {
+        const double x = i % side * kSpacing;
+        const double y = static_cast<double>(i / side) * kSpacing;
+        work.add({{x - r, y}, {x + r, y}, {x - r, y}}, {1, 1, 0});
+        if (random.between(0, 1) < 0.5) work.add({{x, y - r}, {x, y + r}}, {1, 0});
+        if (random.between(0, 1) < 0.5) work.add({{x - r, y - r}, {x + r, y + r}});
+    }
+    return work;
+}
+
+/// Street blocks whose lines end up to 1e-4 beside the corners, each in its own way.
+inline LineWork sloppy(int segments)
+{
+    const LineWork exact = streets(segments);
+    Random random(10);
+    const auto beside = [&random](const tav::Point2DF& p) {
+        return tav::Point2DF(p.x() + random.between(-1e-4, 1e-4),
+                             p.y() + random.between(-1e-4, 1e-4));
+    };
+    LineWork work;
+    for (int i = 0; i < exact.points.size(); ++i)
+        work.add({beside(exact.points[i][0]), beside(exact.points[i][1])});
+    work.snapTolerance = 2e-4;
+    return work;
+}
+
 /// One ragged ring of many vertices, drawn as a single polyline.
 inline LineWork ring(int segments)
 {
@@ -181,9 +244,12 @@ inline LineWork ring(int segments)
     return work;
 }
 
+enum Peers : unsigned { kGeos = 1, kGeosSnapping = 2, kCgal = 4, kCgalCircles = 8 };
+
 struct Named {
     const char* name;
     std::function<LineWork(int)> make;
+    unsigned peers = kGeos;  ///< that can do the work
 };
 
 inline std::vector<Named> all()
@@ -193,11 +259,33 @@ inline std::vector<Named> all()
              [](int n) {
                  return streets(n, {5e5, 4e6});
              }},
-            {"crossing", crossing},
-            {"arcs_and_discs", arcsAndDiscs},
+            {"crossing", [](int n) { return crossing(n); }, kGeos | kCgal},
+            {"arcs_and_discs", [](int n) { return arcsAndDiscs(n); }, kGeos | kCgalCircles},
             {"river", river},
             {"islands", islands},
-            {"ring", ring}};
+            {"nested_islands", nestedIslands},
+            {"ring", ring},
+            {"plan", [](int n) { return plan(n); }, kGeos | kCgal},
+            {"sloppy", sloppy, kGeosSnapping}};
+}
+
+/// Line work whose faces are counted against an exact arrangement.
+struct Counted {
+    const char* name;
+    std::function<LineWork(int, std::uint64_t)> make;
+};
+
+inline std::vector<Counted> allCounted()
+{
+    return {{"streets", [](int n, std::uint64_t seed) { return streets(n, {}, seed); }},
+            {"survey_streets",
+             [](int n, std::uint64_t seed) {
+                 return streets(n, {5e5, 4e6}, seed);
+             }},
+            {"crossing", crossing},
+            {"arcs_and_discs", arcsAndDiscs},
+            {"touching_discs", touchingDiscs},
+            {"plan", plan}};
 }
 
 }  // namespace workloads

@@ -1,42 +1,31 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks and prints how many times longer each peer took than we did.
+# Builds and runs the benchmarks, then prints how many times longer each peer took than we did, the
+# goals that were set and what falls short of them.
 #   scripts/bench.sh [OPTIONS OF GOOGLE BENCHMARK...]
-# Benchmarks are named TASK/CONTENDER/SIZE; the contender that runs first is ours.
+# Benchmarks are named TASK/CONTENDER/SIZE; we are the contenders calcora and CRTree. Times are
+# processor time of one thread, medians of repetitions whose order is random.
 set -euo pipefail
 "$(dirname "$0")/setup.sh" bench
 source "$(dirname "$0")/lib.sh"
 
 say "bench build"
 build bench
+bin=build/bench/bin
 results=build/bench/results
 rm -rf "$results"
 mkdir -p "$results"
-for program in build/bench/bin/*_bench; do
+for program in "$bin"/*_bench; do
     name=$(basename "$program")
     say "$name"
-    "$program" "$@" --benchmark_out="$results/$name.csv" --benchmark_out_format=csv </dev/null
+    "$program" --benchmark_repetitions=3 --benchmark_report_aggregates_only=true \
+        --benchmark_enable_random_interleaving=true --benchmark_min_time=0.1 "$@" \
+        --benchmark_out="$results/$name.json" --benchmark_out_format=json </dev/null >/dev/null
 done
+say "memory"
+"$bin/loops_memory" >"$results/memory.txt"
 
-say "times of the peers as multiples of ours"
-awk -F, '
-    $1 !~ /^"[^"\/]+\/[^"\/]+\// || $4 == "" { next }  # name, iterations, real time, cpu time, unit
-    {
-        gsub(/"/, "", $1)
-        n = split($1, part, "/")
-        row = part[1] " " part[3]
-        for (i = 4; i <= n; ++i) row = row "/" part[i]
-        if (!(row in ours)) {
-            ours[row] = $4
-            unit[row] = $5
-            order[++rows] = row
-            first[row] = part[2]
-        } else if (ours[row] > 0) {
-            peers[row] = peers[row] sprintf("  %s %.2f", part[2], $4 / ours[row])
-        }
-    }
-    END {
-        for (i = 1; i <= rows; ++i) {
-            row = order[i]
-            printf "%-32s %s %.4g %s %s\n", row, first[row], ours[row], unit[row], peers[row]
-        }
-    }' "$results"/*.csv
+say "$(g++ --version | head -1); $(awk -F': ' '/model name/ { print $2; exit }' /proc/cpuinfo)"
+awk -f scripts/bench_report.awk scripts/bench_goals.txt "$results/memory.txt" "$results"/*.json
+
+say "faces, beside those of exact arrangements"
+"$bin/loops_bench" --faces
