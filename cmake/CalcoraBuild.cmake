@@ -30,6 +30,11 @@ if(CALCORA_SANITIZE)
     endif()
 endif()
 
+if(CALCORA_BUILD_FUZZ)  # the fuzzer looks into all but what has the property UNTRACED
+    target_compile_options(calcora_build_flags INTERFACE
+        $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNTRACED>>>:-fsanitize=fuzzer-no-link>)
+endif()
+
 # Collects the sources of the given folders, noticing new files by itself.
 function(calcora_sources variable)
     set(found)

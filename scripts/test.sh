@@ -25,4 +25,6 @@ for preset in release asan; do
     say "$preset tests"
     ctest --preset "$preset" -j "$jobs" </dev/null
 done
+say "demo"
+quietly build/demo.log scripts/demo.sh
 say "all passed in $((SECONDS / 60)) min $((SECONDS % 60)) s"
