@@ -190,12 +190,12 @@ int main()
 {
     group(0, "SECTION");
     group(2, "ENTITIES");
-    for (double level = 90; level <= 175; level += 5) contours(level);
+    river();
     Point shore{75, 60};
     const double water = 103;
     while (ground(shore) < water) shore.x += 0.5;
     contour("LAKE", follow(onLevel(shore, water), water), water);
-    river();
+    for (double level = 90; level <= 175; level += 5) contours(level);
     group(0, "ENDSEC");
     group(0, "EOF");
 }
