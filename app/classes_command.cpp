@@ -1,9 +1,8 @@
-#include "app/classes_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora classes: what the loaded plugin registers.
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "app/commands.h"
 #include "app/host.h"
 #include "app/user_error.h"
 
@@ -53,18 +52,16 @@ std::string classesJson(const tav::Plugin& plugin)
 
 }  // namespace
 
-void addClassesCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addClassesCommand(Commands& commands)
 {
-    CLI::App* command = program.add_subcommand(
+    Command command = commands.add(
         "classes", "List the classes that the plugin registers, with ids and interfaces");
     auto json = std::make_shared<bool>(false);
-    command->add_flag("--json", *json, "Print the list as one JSON object");
-    command->callback([json, &global, &run] {
-        run = [json, &global] {
-            const Host host(global.pluginFolder);
-            printAnswer(*json ? classesJson(host.plugin()) : classesText(host.plugin()));
-            return kDoneStatus;
-        };
+    command.flag("--json", *json, "Print the list as one JSON object");
+    command.runs([json, &global = commands.global] {
+        const Host host(global.pluginFolder);
+        printAnswer(*json ? classesJson(host.plugin()) : classesText(host.plugin()));
+        return kDoneStatus;
     });
 }
 

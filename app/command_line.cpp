@@ -4,14 +4,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "app/classes_command.h"
-#include "app/loops_command.h"
-#include "app/measure_command.h"
-#include "app/offset_command.h"
-#include "app/simplify_command.h"
-#include "app/smooth_command.h"
-#include "app/square_command.h"
-#include "app/station_command.h"
+#include "app/commands.h"
 #include "app/user_error.h"
 
 namespace calcora::app {
@@ -33,14 +26,15 @@ struct CommandLine {
                 "--plugin-dir", global.pluginFolder,
                 "Folder of the plugins (default: beside the program; also CALCORA_PLUGIN_DIR)")
             ->type_name("DIR");
-        addLoopsCommand(program, global, run);
-        addSmoothCommand(program, global, run);
-        addStationCommand(program, global, run);
-        addMeasureCommand(program, global, run);
-        addOffsetCommand(program, global, run);
-        addSquareCommand(program, global, run);
-        addSimplifyCommand(program, global, run);
-        addClassesCommand(program, global, run);
+        Commands commands(program, global, run);
+        addLoopsCommand(commands);
+        addSmoothCommand(commands);
+        addStationCommand(commands);
+        addMeasureCommand(commands);
+        addOffsetCommand(commands);
+        addSquareCommand(commands);
+        addSimplifyCommand(commands);
+        addClassesCommand(commands);
         program.footer("Details: calcora COMMAND --help");
     }
 };

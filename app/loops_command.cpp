@@ -1,9 +1,8 @@
-#include "app/loops_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora loops: closed loops from a drawing.
 #include <memory>
 
 #include "app/command_run.h"
+#include "app/commands.h"
 #include "app/dangles.h"
 #include "app/dxf_groups.h"
 #include "app/dxf_writer.h"
@@ -136,34 +135,32 @@ int runLoops(const LoopsOptions& options, const GlobalOptions& global)
 
 }  // namespace
 
-void addLoopsCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addLoopsCommand(Commands& commands)
 {
     auto options = std::make_shared<LoopsOptions>();
-    CLI::App* command =
-        program.add_subcommand("loops", "Find the closed loops that the lines of a drawing form");
-    addDrawingOptions(*command, options->drawing);
-    auto* outer = command->add_flag("--outer", options->outer,
-                                    "Outer boundaries of connected parts instead of regions");
-    auto* directed = command->add_flag("--directed", options->directed,
-                                       "Gaps enclosed between closed figures instead of regions");
-    auto* snap = command
-                     ->add_option("--snap", options->snap,
-                                  "Join points that lie within TOL of each other in x and in y, "
-                                  "in drawing units (default: 0, none)")
-                     ->type_name("TOL")
-                     ->check(lengthError);
+    Command command =
+        commands.add("loops", "Find the closed loops that the lines of a drawing form");
+    command.drawingOptions(options->drawing);
+    auto outer = command.flag("--outer", options->outer,
+                              "Outer boundaries of connected parts instead of regions");
+    auto directed = command.flag("--directed", options->directed,
+                                 "Gaps enclosed between closed figures instead of regions");
+    auto snap = command
+                    .option("--snap", options->snap,
+                            "Join points that lie within TOL of each other in x and in y, "
+                            "in drawing units (default: 0, none)")
+                    .typeName("TOL")
+                    .check(lengthError);
     command
-        ->add_option("--scale", options->scale,
-                     "Work with coordinates multiplied by 2^K, for details that are small against "
-                     "the tolerances (0.05 and below); auto, the default, takes the K that the "
-                     "drawing needs")
-        ->type_name("K|auto")
-        ->check(scaleError);
-    outer->excludes(directed);
-    snap->excludes(directed);
-    command->callback([options, &global, &run] {
-        run = [options, &global] { return runLoops(*options, global); };
-    });
+        .option("--scale", options->scale,
+                "Work with coordinates multiplied by 2^K, for details that are small against "
+                "the tolerances (0.05 and below); auto, the default, takes the K that the "
+                "drawing needs")
+        .typeName("K|auto")
+        .check(scaleError);
+    outer.excludes(directed);
+    snap.excludes(directed);
+    command.runs([options, &global = commands.global] { return runLoops(*options, global); });
 }
 
 }  // namespace calcora::app

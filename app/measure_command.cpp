@@ -1,11 +1,10 @@
-#include "app/measure_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora measure: what the figures on each layer measure.
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
 
+#include "app/commands.h"
 #include "app/figure_tool.h"
 #include "app/figures.h"
 #include "app/loop_extraction.h"
@@ -248,20 +247,18 @@ ToolResult measureDrawing(const Host& host, const Drawing& drawing, const Interr
 
 }  // namespace
 
-void addMeasureCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addMeasureCommand(Commands& commands)
 {
     auto options = std::make_shared<DrawingOptions>();
-    CLI::App* command = program.add_subcommand(
+    Command command = commands.add(
         "measure", "Measure the figures of a drawing, layer by layer: lengths, areas, places");
-    addDrawingOptions(*command, *options);
-    command->footer(
+    command.drawingOptions(*options);
+    command.footer(
         "A line that ends exactly where it begins counts as closed. The drawing written holds the "
         "figures as they were measured; the picture numbers the closed ones at their inner "
         "points.");
-    command->callback([options, &global, &run] {
-        run = [options, &global] {
-            return runTool({"measure", "measuring", measureDrawing}, *options, global);
-        };
+    command.runs([options, &global = commands.global] {
+        return runTool({"measure", "measuring", measureDrawing}, *options, global);
     });
 }
 

@@ -1,9 +1,8 @@
-#include "app/offset_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora offset: parallels of figures.
 #include <cmath>
 #include <memory>
 
+#include "app/commands.h"
 #include "app/dxf_groups.h"
 #include "app/figure_tool.h"
 #include "app/parallels.h"
@@ -65,30 +64,27 @@ ToolResult offsetDrawing(const Host& host, const Drawing& drawing, const OffsetO
 
 }  // namespace
 
-void addOffsetCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addOffsetCommand(Commands& commands)
 {
     auto options = std::make_shared<OffsetOptions>();
-    CLI::App* command =
-        program.add_subcommand("offset", "Draw parallels of a drawing's lines; arcs stay arcs");
-    addDrawingOptions(*command, options->drawing);
+    Command command = commands.add("offset", "Draw parallels of a drawing's lines; arcs stay arcs");
+    command.drawingOptions(options->drawing);
     command
-        ->add_option("--distance", options->distance,
-                     "Drawing units; to the left of open lines and outside of closed ones when "
-                     "positive, else to the right and inside")
-        ->type_name("D")
-        ->required()
-        ->check(distanceError);
-    command->add_flag("--both", options->both, "Parallels on both sides");
-    command->footer(
+        .option("--distance", options->distance,
+                "Drawing units; to the left of open lines and outside of closed ones when "
+                "positive, else to the right and inside")
+        .typeName("D")
+        .required()
+        .check(distanceError);
+    command.flag("--both", options->both, "Parallels on both sides");
+    command.footer(
         "Parallels are cut where they cross themselves, and what would be closer to its line than "
         "the distance is left out. Layers stay; parallels have no elevations.");
-    command->callback([options, &global, &run] {
-        run = [options, &global] {
-            const auto work = [&](const Host& host, const Drawing& drawing, Interrupt& interrupt) {
-                return offsetDrawing(host, drawing, *options, interrupt);
-            };
-            return runTool({"offset", "drawing parallels of", work}, options->drawing, global);
+    command.runs([options, &global = commands.global] {
+        const auto work = [&](const Host& host, const Drawing& drawing, Interrupt& interrupt) {
+            return offsetDrawing(host, drawing, *options, interrupt);
         };
+        return runTool({"offset", "drawing parallels of", work}, options->drawing, global);
     });
 }
 

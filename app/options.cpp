@@ -1,6 +1,5 @@
 #include "app/options.h"
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -35,25 +34,6 @@ std::string positiveLengthError(const std::string& word)
 {
     const auto number = dxfNumber(word);
     return number && *number > 0 ? "" : "\"" + word + "\" is no length above 0";
-}
-
-void addDrawingOptions(CLI::App& command, DrawingOptions& options)
-{
-    command.add_option("IN.dxf", options.input, "The drawing to read")->required();
-    command.add_option("-o,--output", options.dxf, "Write the result as a DXF drawing")
-        ->type_name("OUT.dxf");
-    command.add_option("--svg", options.svg, "Write a picture of the result")->type_name("OUT.svg");
-    command.add_flag("--json", options.json, "Print the result as one JSON object");
-    command
-        .add_option("--layer", options.layers,
-                    "Take only what lies on these layers (upper and lower case are one)")
-        ->type_name("NAME");
-    command
-        .add_option("--ellipse-tolerance", options.ellipseTolerance,
-                    "Largest distance between an ellipse and its chords, in drawing units "
-                    "(default: a thousandth of its larger semi-axis)")
-        ->type_name("TOL")
-        ->check(lengthError);
 }
 
 Outputs::Outputs(const DrawingOptions& options)

@@ -7,10 +7,6 @@
 
 #include "app/output_file.h"
 
-namespace CLI {
-class App;
-}
-
 namespace calcora::app {
 
 /// Where a command reads from and writes to.
@@ -23,9 +19,6 @@ struct DrawingOptions {
     std::vector<std::string> layers;
     double ellipseTolerance = 0;
 };
-
-/// Adds IN.dxf, -o, --svg, --json, --layer and --ellipse-tolerance to a command.
-void addDrawingOptions(CLI::App& command, DrawingOptions& options);
 
 /// What is wrong with the word of an option that takes a length (finite, 0 or more); empty when it
 /// is one.

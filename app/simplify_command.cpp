@@ -1,10 +1,9 @@
-#include "app/simplify_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora simplify: fewer vertices, arcs kept.
 #include <algorithm>
 #include <cmath>
 #include <memory>
 
+#include "app/commands.h"
 #include "app/figure_tool.h"
 
 namespace calcora::app {
@@ -163,28 +162,26 @@ ToolResult simplifyDrawing(const Host& host, const Drawing& drawing, double tole
 
 }  // namespace
 
-void addSimplifyCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addSimplifyCommand(Commands& commands)
 {
     auto options = std::make_shared<SimplifyOptions>();
-    CLI::App* command = program.add_subcommand(
+    Command command = commands.add(
         "simplify", "Leave out vertices that a drawing's lines can do without; arcs stay");
-    addDrawingOptions(*command, options->drawing);
+    command.drawingOptions(options->drawing);
     command
-        ->add_option("--tolerance", options->tolerance,
-                     "Largest distance between a vertex left out and the line, in drawing units")
-        ->type_name("T")
-        ->required()
-        ->check(positiveLengthError);
-    command->footer(
+        .option("--tolerance", options->tolerance,
+                "Largest distance between a vertex left out and the line, in drawing units")
+        .typeName("T")
+        .required()
+        .check(positiveLengthError);
+    command.footer(
         "Runs of straight segments between arcs and ends are simplified in plan. Vertices that "
         "stay keep their coordinates and elevations; layers stay.");
-    command->callback([options, &global, &run] {
-        run = [options, &global] {
-            const auto work = [&](const Host& host, const Drawing& drawing, Interrupt& interrupt) {
-                return simplifyDrawing(host, drawing, options->tolerance, interrupt);
-            };
-            return runTool({"simplify", "simplifying", work}, options->drawing, global);
+    command.runs([options, &global = commands.global] {
+        const auto work = [&](const Host& host, const Drawing& drawing, Interrupt& interrupt) {
+            return simplifyDrawing(host, drawing, options->tolerance, interrupt);
         };
+        return runTool({"simplify", "simplifying", work}, options->drawing, global);
     });
 }
 

@@ -1,11 +1,10 @@
-#include "app/smooth_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora smooth: smooth curves through the points of a drawing.
 #include <algorithm>
 #include <array>
 #include <memory>
 
 #include "app/command_run.h"
+#include "app/commands.h"
 #include "app/dxf_groups.h"
 #include "app/dxf_writer.h"
 #include "app/host.h"
@@ -109,43 +108,40 @@ int runSmooth(const SmoothOptions& options, const GlobalOptions& global)
 
 }  // namespace
 
-void addSmoothCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addSmoothCommand(Commands& commands)
 {
     auto options = std::make_shared<SmoothOptions>();
-    CLI::App* command =
-        program.add_subcommand("smooth",
-                               "Draw smooth curves through the points of a drawing's "
-                               "lines; layers and elevations stay");
-    addDrawingOptions(*command, options->drawing);
-    command->get_option("--output")->required();
+    Command command = commands.add("smooth",
+                                   "Draw smooth curves through the points of a drawing's "
+                                   "lines; layers and elevations stay");
+    command.drawingOptions(options->drawing);
+    command["--output"].required();
     command
-        ->add_option("--curve", options->curve,
-                     "spline (cubic), tension (stiffer, hardly overshoots), akima (local, calm; 50 "
-                     "points for each segment), bezier (local, round) or bspline (smoothest, "
-                     "passes beside the points)")
-        ->type_name("spline|tension|akima|bezier|bspline")
-        ->required()
-        ->check(curveError);
+        .option("--curve", options->curve,
+                "spline (cubic), tension (stiffer, hardly overshoots), akima (local, calm; 50 "
+                "points for each segment), bezier (local, round) or bspline (smoothest, "
+                "passes beside the points)")
+        .typeName("spline|tension|akima|bezier|bspline")
+        .required()
+        .check(curveError);
     command
-        ->add_option("--closed", options->closing,
-                     "auto, the default: close what is closed or ends where it begins; yes: close "
-                     "every line; no: leave a corner where ends meet (akima and bezier close such "
-                     "lines all the same)")
-        ->type_name("auto|yes|no")
-        ->check(closingError);
+        .option("--closed", options->closing,
+                "auto, the default: close what is closed or ends where it begins; yes: close "
+                "every line; no: leave a corner where ends meet (akima and bezier close such "
+                "lines all the same)")
+        .typeName("auto|yes|no")
+        .check(closingError);
     command
-        ->add_option("--tolerance", options->tolerance,
-                     "Largest distance between a curve and its chords, in drawing units (default: "
-                     "a ten-thousandth of the drawing's larger side; akima takes none)")
-        ->type_name("T")
-        ->check(toleranceError);
-    command->footer(
+        .option("--tolerance", options->tolerance,
+                "Largest distance between a curve and its chords, in drawing units (default: "
+                "a ten-thousandth of the drawing's larger side; akima takes none)")
+        .typeName("T")
+        .check(toleranceError);
+    command.footer(
         "Arcs in the drawing become points at most 11.25 degrees apart, through which the curve "
         "is drawn. Lines of two points stay as they are. Elevations run along tension, bezier and "
         "bspline curves; spline and akima keep those of level lines and lose others.");
-    command->callback([options, &global, &run] {
-        run = [options, &global] { return runSmooth(*options, global); };
-    });
+    command.runs([options, &global = commands.global] { return runSmooth(*options, global); });
 }
 
 }  // namespace calcora::app

@@ -1,11 +1,10 @@
-#include "app/square_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora square: outlines with right angles.
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
 
+#include "app/commands.h"
 #include "app/figure_tool.h"
 
 namespace calcora::app {
@@ -133,19 +132,17 @@ ToolResult squareDrawing(const Host& host, const Drawing& drawing, const Interru
 
 }  // namespace
 
-void addSquareCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addSquareCommand(Commands& commands)
 {
     auto options = std::make_shared<DrawingOptions>();
-    CLI::App* command = program.add_subcommand(
+    Command command = commands.add(
         "square", "Make the corners of footprints right angles; tells how far any corner moved");
-    addDrawingOptions(*command, *options);
-    command->footer(
+    command.drawingOptions(*options);
+    command.footer(
         "Every closed figure of straight segments is squared by itself, along the direction that "
         "most of its outline has. Other figures are written as they are.");
-    command->callback([options, &global, &run] {
-        run = [options, &global] {
-            return runTool({"square", "squaring", squareDrawing}, *options, global);
-        };
+    command.runs([options, &global = commands.global] {
+        return runTool({"square", "squaring", squareDrawing}, *options, global);
     });
 }
 

@@ -1,10 +1,9 @@
-#include "app/station_command.h"
-
-#include <CLI/CLI.hpp>
+// calcora station: stations along the axes of a drawing.
 #include <algorithm>
 #include <memory>
 
 #include "app/command_run.h"
+#include "app/commands.h"
 #include "app/figures.h"
 #include "app/host.h"
 #include "app/station_report.h"
@@ -120,34 +119,32 @@ int runStation(const StationOptions& options, const GlobalOptions& global)
 
 }  // namespace
 
-void addStationCommand(CLI::App& program, const GlobalOptions& global, std::function<int()>& run)
+void addStationCommand(Commands& commands)
 {
     auto options = std::make_shared<StationOptions>();
-    CLI::App* command = program.add_subcommand(
+    Command command = commands.add(
         "station", "Set out stations along the axes on a layer, with points and directions");
-    addDrawingOptions(*command, options->drawing);
-    command->get_option("--layer")->required();
-    command->add_option("--csv", options->drawing.csv, "Write the stations as a table of numbers")
-        ->type_name("OUT.csv");
-    auto* every = command
-                      ->add_option("--every", options->request.every,
-                                   "A station every D from the start on, and one at the end "
-                                   "(default: a station at every vertex)")
-                      ->type_name("D")
-                      ->check(positiveLengthError);
-    auto* at = command->add_option("--at", options->request.at, "Stations at these running lengths")
-                   ->type_name("S")
-                   ->check(lengthError);
+    command.drawingOptions(options->drawing);
+    command["--layer"].required();
+    command.option("--csv", options->drawing.csv, "Write the stations as a table of numbers")
+        .typeName("OUT.csv");
+    auto every = command
+                     .option("--every", options->request.every,
+                             "A station every D from the start on, and one at the end "
+                             "(default: a station at every vertex)")
+                     .typeName("D")
+                     .check(positiveLengthError);
+    auto at = command.option("--at", options->request.at, "Stations at these running lengths")
+                  .typeName("S")
+                  .check(lengthError);
     command
-        ->add_option("--tick", options->tick,
-                     "Length of the tick marks to either side of the axis (default: a sixtieth of "
-                     "the drawing's larger side)")
-        ->type_name("LENGTH")
-        ->check(positiveLengthError);
-    every->excludes(at);
-    command->callback([options, &global, &run] {
-        run = [options, &global] { return runStation(*options, global); };
-    });
+        .option("--tick", options->tick,
+                "Length of the tick marks to either side of the axis (default: a sixtieth of "
+                "the drawing's larger side)")
+        .typeName("LENGTH")
+        .check(positiveLengthError);
+    every.excludes(at);
+    command.runs([options, &global = commands.global] { return runStation(*options, global); });
 }
 
 }  // namespace calcora::app
