@@ -12,9 +12,6 @@ using tav::Point2DF;
 
 constexpr double kTurn = 2 * std::numbers::pi;
 
-/// Flatter arcs are straight to the module.
-constexpr double kArcBulge = 1e-6;
-
 double dot(const Point2DF& a, const Point2DF& b)
 {
     return a.x() * b.x() + a.y() * b.y();
@@ -30,6 +27,11 @@ double length(const Point2DF& vector)
     return std::sqrt(dot(vector, vector));
 }
 
+Box grown(const Box& box, double by)
+{
+    return {box.minX - by, box.minY - by, box.maxX + by, box.maxY + by};
+}
+
 void addInside(double share, std::vector<double>& shares)
 {
     if (share > 0 && share < 1) shares.push_back(share);
@@ -39,8 +41,9 @@ void addInside(double share, std::vector<double>& shares)
 class Remains {
 public:
     Remains(IcommonFunc& common, const Segment& segment, double distance)
-        : way_(common, segment), distance_(distance), box_(way_.boxOf({0, 1}))
+        : way_(common, segment), distance_(distance)
     {
+        setBounds();
     }
 
     const std::vector<Stretch>& stretches() const { return stretches_; }
@@ -48,19 +51,39 @@ public:
 
     bool mayBeNear(const Box& box) const
     {
-        return !stretches_.empty() && way_.leastDistance(box, hull(), box_) < distance_;
+        return !stretches_.empty() && way_.leastDistance(box, hull(), bounds_.upright) < distance_;
+    }
+    bool mayBeIn(const TwoBoxes& bounds) const
+    {
+        return !stretches_.empty() && bounds.overlap(bounds_);
     }
 
     void takeAway(const Way& other)
     {
         cuts_.clear();
         way_.crossBand(other, distance_, cuts_);
+        keep([&](const Point2DF& middle) { return other.distance(middle) >= distance_; });
+    }
+    void takeAway(const CornerTips::Inside& inside)
+    {
+        cuts_.clear();
+        way_.crossSides(inside, cuts_);
+        keep([&](const Point2DF& middle) { return !isInside(inside, middle); });
+    }
+
+private:
+    Stretch hull() const { return {stretches_.front().from, stretches_.back().to}; }
+
+    /// Cuts what is left, and keeps of it the parts whose middle is free.
+    template <class IsFree>
+    void keep(IsFree&& isFree)
+    {
         std::sort(cuts_.begin(), cuts_.end());
         left_.clear();
         for (const Stretch& stretch : stretches_) {
             double from = stretch.from;
             const auto keepTo = [&](double to) {
-                if (other.distance(way_.at((from + to) / 2)) >= distance_) {
+                if (isFree(way_.at((from + to) / 2))) {
                     if (!left_.empty() && left_.back().to == from)
                         left_.back().to = to;
                     else
@@ -73,16 +96,21 @@ public:
             keepTo(stretch.to);
         }
         std::swap(stretches_, left_);
-        if (!stretches_.empty()) box_ = way_.boxOf(hull());
+        const bool isSame = !stretches_.empty() && stretches_.front().from == left_.front().from &&
+                            stretches_.back().to == left_.back().to;
+        if (!isSame) setBounds();
     }
 
-private:
-    Stretch hull() const { return {stretches_.front().from, stretches_.back().to}; }
+    void setBounds()
+    {
+        if (stretches_.empty()) return;
+        bounds_ = way_.boundsOf(hull());
+    }
 
     Way way_;
     double distance_;
     std::vector<Stretch> stretches_ = {{0, 1}};
-    Box box_;  ///< of all that is left
+    TwoBoxes bounds_;  ///< of all that is left
     std::vector<double> cuts_;
     std::vector<Stretch> left_;
 };
@@ -132,18 +160,16 @@ double Way::distance(const Point2DF& point) const
     return foot >= length_ ? length(point - segment_.to) : std::fabs(cross(along_, toPoint));
 }
 
-Box Way::boxOf(const Stretch& part) const
+TwoBoxes Way::boundsOf(const Stretch& part) const
 {
-    const Point2DF from = at(part.from);
-    const Point2DF to = at(part.to);
-    Box box;
-    box.add(from);
-    box.add(to);
-    if (!isArc_) return box;
+    TwoBoxes bounds;
+    bounds.add(at(part.from));
+    bounds.add(at(part.to));
+    if (!isArc_) return bounds;
     // An arc lies within its sagitta of the chord, and within its circle.
     const double turn = std::min(std::fabs(sweep_) * (part.to - part.from), kTurn / 2);
     const double rise = turn < kTurn / 2 ? radius_ * (1 - std::cos(turn / 2)) : 2 * radius_;
-    return {box.minX - rise, box.minY - rise, box.maxX + rise, box.maxY + rise};
+    return {grown(bounds.upright, rise), grown(bounds.turned, rise * std::numbers::sqrt2)};
 }
 
 double Way::leastDistance(const Box& box, const Stretch& part, const Box& partBox) const
@@ -183,6 +209,11 @@ void Way::crossBand(const Way& other, double distance, std::vector<double>& shar
         crossLine(other.segment_.from + aside, other.along_, shares);
         crossLine(other.segment_.from - aside, other.along_, shares);
     }
+}
+
+void Way::crossSides(const CornerTips::Inside& sides, std::vector<double>& shares) const
+{
+    for (const Side& side : sides) crossLine(side.place, side.along, shares);
 }
 
 void Way::crossCircle(const Point2DF& centre, double radius, std::vector<double>& shares) const
@@ -225,8 +256,9 @@ void Way::addAngles(double axis, double cosine, std::vector<double>& shares) con
         addInside(turnTo(angle) / std::fabs(sweep_), shares);
 }
 
-Clearance::Clearance(IcommonFunc& common, const SegmentIndex& line, double distance)
-    : common_(common), line_(line), distance_(distance)
+Clearance::Clearance(IcommonFunc& common, const SegmentIndex& line,
+                     const std::vector<CornerTip>& tips, double distance, double depth)
+    : common_(common), line_(line), tips_(tips, depth), distance_(distance)
 {
     ways_.reserve(static_cast<std::size_t>(line.count()));
     for (int i = 0; i < line.count(); ++i) ways_.emplace_back(common, line.segment(i));
@@ -238,6 +270,9 @@ std::vector<Stretch> Clearance::clearStretches(const Segment& segment) const
     line_.search(
         remains.middle(), [&](const Box& box) { return remains.mayBeNear(box); },
         [&](int i) { remains.takeAway(ways_[static_cast<std::size_t>(i)]); });
+    tips_.search(
+        remains.middle(), [&](const TwoBoxes& bounds) { return remains.mayBeIn(bounds); },
+        [&](const CornerTips::Inside& inside) { remains.takeAway(inside); });
     return remains.stretches();
 }
 

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "app/corner_tips.h"
 #include "app/segment_index.h"
 
 namespace calcora::app {
@@ -20,14 +21,16 @@ public:
 
     tav::Point2DF at(double share) const;
     double distance(const tav::Point2DF& point) const;
-    /// The box of a part, somewhat larger for an arc.
-    Box boxOf(const Stretch& part) const;
+    /// Of a part, somewhat larger for an arc.
+    TwoBoxes boundsOf(const Stretch& part) const;
 
     /// A lower bound of the distance between a box and a part of the way with that box.
     double leastDistance(const Box& box, const Stretch& part, const Box& partBox) const;
 
     /// Appends the places of this way on the lines and circles that are `distance` from another.
     void crossBand(const Way& other, double distance, std::vector<double>& shares) const;
+    /// Appends its places on the lines around the inside of a tip.
+    void crossSides(const CornerTips::Inside& sides, std::vector<double>& shares) const;
 
 private:
     void crossCircle(const tav::Point2DF& centre, double radius, std::vector<double>& shares) const;
@@ -46,17 +49,21 @@ private:
     double sweep_ = 0;
 };
 
-/// Tells which parts of segments are nowhere nearer to a line than a distance.
+/// Tells which parts of segments are nowhere nearer to a line than a distance, nor inside the tips
+/// of its parallel.
 ///
 /// The points nearer than the distance to one segment of the line form a band about it: between its
 /// two parallels, and in the discs about its ends. What comes nearer to the line enters a band,
 /// across one of these lines and circles; so between two crossings with them all points of a piece
 /// are in the band or none is, and its middle tells. Each band is taken away from what is still
-/// clear, the nearest first; what no band reaches any more is not looked at again.
+/// clear, the nearest first; what no band reaches any more is not looked at again. Likewise the
+/// tips: they may be much longer than the distance, and each would cross hundreds of others.
 class Clearance {
 public:
-    /// The index must outlive this object.
-    Clearance(IcommonFunc& common, const SegmentIndex& line, double distance);
+    /// What lies less than `depth` inside a tip counts as outside. The index must outlive this
+    /// object.
+    Clearance(IcommonFunc& common, const SegmentIndex& line, const std::vector<CornerTip>& tips,
+              double distance, double depth);
 
     /// The clear parts of a segment in their order.
     std::vector<Stretch> clearStretches(const Segment& segment) const;
@@ -65,6 +72,7 @@ private:
     IcommonFunc& common_;
     const SegmentIndex& line_;
     std::vector<Way> ways_;  ///< of the line's segments
+    CornerTips tips_;
     double distance_;
 };
 

@@ -6,9 +6,11 @@
 #include "app/clearance.h"
 #include "app/figure_tool.h"
 #include "app/loop_extraction.h"
+#include "app/overlaps.h"
 #include "app/parallel_chains.h"
 #include "app/place_grid.h"
 #include "app/raw_parallel.h"
+#include "app/round_trip.h"
 
 namespace calcora::app {
 
@@ -25,9 +27,10 @@ constexpr double kDistanceShare = 1e-7;
 /// the distance, and the extraction does not cut what is short.
 constexpr double kWorkingDistance = 1024;
 
-/// Share of the distance that raw segments keep before they are cut: they reach well beyond where
-/// they cross, and few cross that need not.
-constexpr double kRoughShare = 0.9;
+/// Raw segments are cut only where they come nearer by this, in scaled units and as a share of the
+/// distance: they reach well beyond where they cross, and few cross that need not.
+constexpr double kRoughSlack = 1.0;
+constexpr double kRoughShare = 0.1;
 
 /// Ends of pieces this close, in scaled units, meet.
 constexpr double kMeetingDistance = 5e-5;
@@ -92,13 +95,15 @@ public:
     std::vector<Figure> make()
     {
         const SegmentIndex line(points_, bulges_);
-        raw_ = rawParallel(common_, line, closed_, distance_);
+        RawParallel parallel = rawParallel(common_, line, closed_, distance_);
+        raw_ = std::move(parallel.segments);
         for (int i = 0; i < static_cast<int>(raw_.size()); ++i)
             parts_.push_back({i, markAt(raw(i), 0), markAt(raw(i), 1)});
-        keepClear(line, kRoughShare * std::fabs(distance_));
+        keepClear(line, parallel.tips, std::min(kRoughSlack, kRoughShare * std::fabs(distance_)));
         if (interrupt_.raised()) return {};
+        dropOverlaps();
         cutAtCrossings();
-        keepClear(line, std::max(0.0, std::fabs(distance_) - slack()));
+        keepClear(line, parallel.tips, std::min(slack(), std::fabs(distance_)));
         std::vector<ParallelPiece> pieces;
         for (const Part& part : parts_) pieces.push_back(pieceOf(part));
         if (interrupt_.raised()) return {};
@@ -125,17 +130,32 @@ private:
     bool leftIsFree() const { return distance_ > 0; }
     const Segment& raw(int i) const { return raw_[static_cast<std::size_t>(i)]; }
 
-    /// Keeps what of the parts is nowhere nearer to the line.
-    void keepClear(const SegmentIndex& line, double distance)
+    /// Keeps what of the parts is nowhere nearer to the line, nor inside a tip, by that slack.
+    void keepClear(const SegmentIndex& line, const std::vector<CornerTip>& tips, double slack)
     {
-        const Clearance clearance(common_, line, distance);
+        const Clearance clearance(common_, line, tips, std::fabs(distance_) - slack, slack);
         const std::vector<Part> given = std::move(parts_);
         parts_ = {};
         for (const Part& part : given) {
             if (interrupt_.raised()) return;
-            for (const Stretch& stretch : clearance.clearStretches(pathOf(part)))
-                addPart({part.segment, markIn(part, stretch.from), markIn(part, stretch.to)});
+            addParts(part, clearance.clearStretches(pathOf(part)));
         }
+    }
+
+    void dropOverlaps()
+    {
+        const std::vector<Part> given = std::move(parts_);
+        parts_ = {};
+        std::vector<Segment> paths;
+        for (const Part& part : given) paths.push_back(pathOf(part));
+        const auto rests = withoutOverlaps(paths, kMeetingDistance);
+        for (std::size_t i = 0; i < given.size(); ++i) addParts(given[i], rests[i]);
+    }
+
+    void addParts(const Part& part, const std::vector<Stretch>& stretches)
+    {
+        for (const Stretch& stretch : stretches)
+            addPart({part.segment, markIn(part, stretch.from), markIn(part, stretch.to)});
     }
 
     /// The mark at a share of a part.
@@ -169,40 +189,30 @@ private:
                 share < 1 ? std::tan(std::atan(bulge) * share) : bulge};
     }
 
-    /// Cuts the parts where they cross each other: at the vertices of the loops that they form. To
-    /// have every crossing in a loop, straight lines make one closed line of them all.
+    /// Cuts the parts where they cross each other: at the vertices of the loops that they form.
     void cutAtCrossings()
     {
         if (parts_.empty()) return;
-        Points walk{nodes_.place(parts_.front().from.node)};
-        Values bulges;
-        std::vector<int> partOf;
-        constexpr int kNoPart = -1;
-        const auto append = [&](const Segment& path, int part) {
-            walk.append(path.to);
-            bulges.append(path.bulge);
-            partOf.push_back(part);
-        };
-        for (int i = 0; i < static_cast<int>(parts_.size()); ++i) {
-            const Segment path = pathOf(parts_[static_cast<std::size_t>(i)]);
-            if (!(std::as_const(walk).last() == path.from)) append({{}, path.from, 0}, kNoPart);
-            append(path, i);
+        std::vector<Segment> paths;
+        std::vector<Point2DF> middles;
+        for (const Part& part : parts_) {
+            paths.push_back(pathOf(part));
+            middles.push_back(pointAt(common_, paths.back(), 0.5));
         }
-        if (!(std::as_const(walk).last() == std::as_const(walk).first()))
-            append({{}, std::as_const(walk).first(), 0}, kNoPart);
-        bulges.append(0.0);
-
-        const SegmentIndex segments(walk, bulges);
+        const std::vector<int> trip = roundTrip(middles);
+        std::vector<Segment> indexed;
+        for (const int i : trip) indexed.push_back(paths[static_cast<std::size_t>(i)]);
+        const SegmentIndex segments(std::move(indexed));
         std::vector<std::vector<Mark>> cuts(parts_.size());
-        for (const Point2DF& place : loopVertices(walk, bulges)) {
+        for (const Point2DF& place : loopVertices(paths)) {
             if (interrupt_.raised()) return;
             const auto isNear = [&](const Box& box) {
                 return boxDistance(box, place) <= kMeetingDistance;
             };
             segments.search(place, isNear, [&](int i) {
-                const int part = partOf[static_cast<std::size_t>(i)];
                 const Segment& segment = segments.segment(i);
-                if (part == kNoPart || !passesBy(segment, place)) return;
+                if (!passesBy(segment, place)) return;
+                const int part = trip[static_cast<std::size_t>(i)];
                 cuts[static_cast<std::size_t>(part)].push_back(
                     {shareOf(common_, segment, place), nodes_.at(place)});
             });
@@ -212,11 +222,35 @@ private:
         for (std::size_t i = 0; i < uncut.size(); ++i) addCut(uncut[i], cuts[i]);
     }
 
-    std::vector<Point2DF> loopVertices(const Points& walk, const Values& bulges) const
+    /// Lines through the paths, as long as they go on, and past all ends: so every crossing of paths
+    /// is in a loop. From one path to the next the way may be long, past the ends it is short.
+    static LineWork loopWork(const std::vector<Segment>& paths)
     {
         LineWork work;
-        work.points.append(walk);
-        work.bulges.append(bulges);
+        std::vector<Point2DF> ends;
+        for (const Segment& path : paths) {
+            if (ends.empty() || !(ends.back() == path.from)) {
+                ends.insert(ends.end(), 2, path.from);
+                work.points.append(Points{path.from});
+                work.bulges.append(Values());
+            }
+            ends.back() = path.to;
+            work.points.last().append(path.to);
+            work.bulges.last().append(path.bulge);
+        }
+        Points trip;
+        for (const int i : roundTrip(ends)) trip.append(ends[static_cast<std::size_t>(i)]);
+        trip.append(Point2DF(std::as_const(trip).first()));
+        work.points.append(trip);
+        work.bulges.append(Values());
+        for (int i = 0; i < work.points.size(); ++i)
+            work.bulges[i].resize(work.points.at(i).size());
+        return work;
+    }
+
+    std::vector<Point2DF> loopVertices(const std::vector<Segment>& paths) const
+    {
+        const LineWork work = loopWork(paths);
         std::vector<Point2DF> places;
         for (const Loop& loop :
              extractLoops(dataGeo_, work, LoopRequest(), interrupt_.flag()).loops)

@@ -36,7 +36,7 @@ public:
     {
     }
 
-    std::vector<Segment> make(bool closed) const
+    RawParallel make(bool closed) const
     {
         const int count = chain_.count();
         std::vector<Moved> moved;
@@ -52,12 +52,13 @@ public:
             after.start = corner.connection->to;
             connections[static_cast<std::size_t>(i)] = corner.connection;
         }
-        std::vector<Segment> pieces;
+        RawParallel raw;
         for (std::size_t i = 0; i < moved.size(); ++i) {
-            if (const auto piece = betweenItsEnds(moved[i])) pieces.push_back(*piece);
-            if (connections[i]) pieces.push_back(*connections[i]);
+            if (const auto piece = betweenItsEnds(moved[i])) raw.segments.push_back(*piece);
+            if (connections[i]) raw.segments.push_back(*connections[i]);
+            if (const auto tip = tipAfter(static_cast<int>(i), moved)) raw.tips.push_back(*tip);
         }
-        return pieces;
+        return raw;
     }
 
 private:
@@ -93,7 +94,7 @@ private:
             return {{}, Segment{parallel.at(own), parallel.at(own + 1), parallelBulges.at(own)}};
         if (pieces != 2 || both != 2) return {};
         const Point2DF& joint = parallel.at(1);
-        const bool isTip = shareOf(common_, *before.segment, joint) > 1;
+        const bool isTip = shareOf(joint, *before.segment, 1) > 1;
         if (isTip && joint.distanceTo(first.to) > kFarthestTip * std::fabs(distance_))
             return {{}, arcAbout(first.to, before.segment->to, after.segment->from)};
         return {joint, {}};
@@ -111,11 +112,47 @@ private:
     {
         if (!moved.segment) return std::nullopt;
         const Segment& whole = *moved.segment;
-        const double from = moved.start ? shareOf(common_, whole, *moved.start) : 0.0;
-        const double to = moved.end ? shareOf(common_, whole, *moved.end) : 1.0;
+        const double from = shareOf(moved.start, whole, 0);
+        const double to = shareOf(moved.end, whole, 1);
         if (!(to > from)) return std::nullopt;
         return Segment{moved.start.value_or(whole.from), moved.end.value_or(whole.to),
                        std::tan(std::atan(whole.bulge) * (to - from))};
+    }
+
+    /// The tip at the end of segment i, if both its sides are there in full.
+    std::optional<CornerTip> tipAfter(int i, const std::vector<Moved>& moved) const
+    {
+        const Moved& before = moved[static_cast<std::size_t>(i)];
+        const Moved& after = moved[static_cast<std::size_t>((i + 1) % chain_.count())];
+        const auto rising = carriedOn(before);
+        const auto falling = carriedBack(after);
+        if (!rising || !falling || !(rising->to == falling->from)) return std::nullopt;
+        return cornerTip(common_, chain_.segment(i).to, *rising, *falling);
+    }
+
+    /// The part of a moved segment beyond its own end, where the joint is, and before its own start.
+    std::optional<Segment> carriedOn(const Moved& moved) const
+    {
+        if (!moved.segment || !moved.end || shareOf(moved.start, *moved.segment, 0) > 1)
+            return std::nullopt;
+        const double beyond = shareOf(moved.end, *moved.segment, 1) - 1;
+        if (!(beyond > 0)) return std::nullopt;
+        return Segment{moved.segment->to, *moved.end,
+                       std::tan(std::atan(moved.segment->bulge) * beyond)};
+    }
+    std::optional<Segment> carriedBack(const Moved& moved) const
+    {
+        if (!moved.segment) return std::nullopt;
+        const Segment& whole = *moved.segment;
+        const auto back =
+            carriedOn({Segment{whole.to, whole.from, -whole.bulge}, moved.end, moved.start});
+        if (!back) return std::nullopt;
+        return Segment{back->to, back->from, -back->bulge};
+    }
+
+    double shareOf(const std::optional<Point2DF>& place, const Segment& segment, double none) const
+    {
+        return place ? app::shareOf(common_, segment, *place) : none;
     }
 
     IcommonFunc& common_;
@@ -125,8 +162,8 @@ private:
 
 }  // namespace
 
-std::vector<Segment> rawParallel(IcommonFunc& common, const SegmentIndex& chain, bool closed,
-                                 double distance)
+RawParallel rawParallel(IcommonFunc& common, const SegmentIndex& chain, bool closed,
+                        double distance)
 {
     return RawMaker(common, chain, distance).make(closed);
 }

@@ -10,8 +10,13 @@ namespace {
 
 using tav::Point2DF;
 
-/// Flatter arcs are straight to the module.
-constexpr double kArcBulge = 1e-6;
+std::vector<Segment> segmentsOf(const Points& points, const Values& bulges)
+{
+    std::vector<Segment> segments;
+    for (int i = 0; i + 1 < points.size(); ++i)
+        segments.emplace_back(points.at(i), points.at(i + 1), bulges.at(i));
+    return segments;
+}
 
 /// Whether a ray from the point to the right crosses the chord.
 bool chordIsRightOf(const Segment& segment, const Point2DF& point)
@@ -42,37 +47,20 @@ double boxDistance(const Box& box, const Point2DF& point)
 {
     const double x = std::max({box.minX - point.x(), point.x() - box.maxX, 0.0});
     const double y = std::max({box.minY - point.y(), point.y() - box.maxY, 0.0});
-    return std::hypot(x, y);
+    return std::sqrt(x * x + y * y);
 }
 
 SegmentIndex::SegmentIndex(const Points& points, const Values& bulges)
+    : SegmentIndex(segmentsOf(points, bulges))
 {
-    std::vector<Box>& leaves = levels_.emplace_back();
-    for (int i = 0; i + 1 < points.size(); ++i) {
-        const Segment& segment =
-            segments_.emplace_back(points.at(i), points.at(i + 1), bulges.at(i));
-        leaves.push_back(segmentBox(segment.from, segment.to, segment.bulge));
-    }
-    while (levels_.back().size() > 1) {
-        const std::vector<Box>& fine = levels_.back();
-        std::vector<Box> coarse((fine.size() + kFanOut - 1) / kFanOut);
-        for (std::size_t i = 0; i < fine.size(); ++i) coarse[i / kFanOut].add(fine[i]);
-        levels_.push_back(std::move(coarse));
-    }
 }
 
-void SegmentIndex::pushChildren(const Node& node, const Point2DF& place,
-                                std::vector<Node>& open) const
+SegmentIndex::SegmentIndex(std::vector<Segment> segments) : segments_(std::move(segments))
 {
-    const int level = node.level - 1;
-    const int end = std::min((node.index + 1) * kFanOut,
-                             static_cast<int>(levels_[static_cast<std::size_t>(level)].size()));
-    const auto before = static_cast<std::ptrdiff_t>(open.size());
-    for (int i = node.index * kFanOut; i < end; ++i)
-        open.push_back({level, i, boxDistance(box({level, i}), place)});
-    // The nearest comes last, to be taken first.
-    std::sort(open.begin() + before, open.end(),
-              [](const Node& a, const Node& b) { return a.distance > b.distance; });
+    std::vector<Box> boxes;
+    for (const Segment& segment : segments_)
+        boxes.push_back(segmentBox(segment.from, segment.to, segment.bulge));
+    tree_ = BoundsTree(std::move(boxes));
 }
 
 int nearestSegment(IcommonFunc& common, const SegmentIndex& index, const Point2DF& point)

@@ -3,8 +3,7 @@
 
 #include <vector>
 
-#include "app/Drawing.h"
-#include "app/figures.h"
+#include "app/bounds_tree.h"
 #include "app/host.h"
 
 namespace calcora::app {
@@ -16,53 +15,29 @@ struct Segment {
     double bulge = 0;
 };
 
-/// How far a point is from a box; 0 inside.
-double boxDistance(const Box& box, const tav::Point2DF& point);
+/// Flatter arcs are straight to the module.
+inline constexpr double kArcBulge = 1e-6;
 
-/// A static hierarchy of boxes over the segments of a line, each box over four in a row of the level
-/// below. Neighbours along the line are neighbours in place, so the boxes stay small.
+/// The segments of a line with a hierarchy of boxes over them.
 class SegmentIndex {
 public:
     /// The segments between the points of an open chain.
     SegmentIndex(const Points& points, const Values& bulges);
+    explicit SegmentIndex(std::vector<Segment> segments);
 
     int count() const { return static_cast<int>(segments_.size()); }
     const Segment& segment(int i) const { return segments_[static_cast<std::size_t>(i)]; }
 
-    /// Calls visit(i) for the segments whose box and all boxes over it are `wanted`, those near a
-    /// place rather first. `wanted` is asked late, so that it may change with every visit.
+    /// BoundsTree::search over the segments' boxes.
     template <class Wanted, class Visit>
     void search(const tav::Point2DF& place, Wanted&& wanted, Visit&& visit) const
     {
-        if (levels_.back().empty()) return;
-        std::vector<Node> open = {{static_cast<int>(levels_.size()) - 1, 0}};
-        while (!open.empty()) {
-            const Node node = open.back();
-            open.pop_back();
-            if (!wanted(box(node))) continue;
-            if (node.level == 0)
-                visit(node.index);
-            else
-                pushChildren(node, place, open);
-        }
+        tree_.search(place, wanted, visit);
     }
 
 private:
-    struct Node {
-        int level = 0;
-        int index = 0;
-        double distance = 0;  ///< from the place
-    };
-    static constexpr int kFanOut = 4;
-
-    const Box& box(const Node& node) const
-    {
-        return levels_[static_cast<std::size_t>(node.level)][static_cast<std::size_t>(node.index)];
-    }
-    void pushChildren(const Node& node, const tav::Point2DF& place, std::vector<Node>& open) const;
-
     std::vector<Segment> segments_;
-    std::vector<std::vector<Box>> levels_;  ///< from the segments' boxes up to a single one
+    BoundsTree<Box> tree_;
 };
 
 /// The segment nearest to a point; -1 when there is none.

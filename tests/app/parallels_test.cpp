@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <random>
+
+#include "app/raw_parallel.h"
 
 namespace {
 
@@ -126,6 +129,78 @@ TEST_F(ParallelsTest, OfRings)
             dataGeo->buildRegions({chain.points}, {chain.bulges}, loops, bulges, false, nullptr, 0);
             EXPECT_EQ(loops.size(), 1);
         }
+    }
+}
+
+/// Whether a point lies in one of the tips, deeper than a distance under its sides.
+bool isInTip(const std::vector<CornerTip>& tips, const Point2DF& point, double depth)
+{
+    const auto isUnder = [&](const Point2DF& from, const Point2DF& to, const Point2DF& inner) {
+        const Point2DF along = (1 / from.distanceTo(to)) * (to - from);
+        const auto side = [&](const Point2DF& p) {
+            return along.x() * (p.y() - from.y()) - along.y() * (p.x() - from.x());
+        };
+        return side(point) * side(inner) > depth * std::fabs(side(inner));
+    };
+    for (const auto& [vertex, before, tip, after] : tips)
+        if (isUnder(before, tip, vertex) && isUnder(tip, after, vertex) &&
+            isUnder(vertex, before, tip) && isUnder(vertex, after, tip))
+            return true;
+    return false;
+}
+
+/// What is left of the parallel of every segment, carried on to the tips, is what is nowhere nearer
+/// than the distance and in no tip: found here by asking for each place, without index or cuts.
+TEST_F(ParallelsTest, OfJaggedRingsAreWhatIsFarEnoughAndInNoTip)
+{
+    std::mt19937 random(6);
+    const auto uniform = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    };
+    for (int i = 0; i < 60; ++i) {
+        Figure ring;
+        ring.closed = true;
+        const int corners = 20 + 7 * (i % 9);
+        for (int k = 0; k < corners; ++k) {
+            const double angle = k * 2 * std::acos(-1) / corners;
+            ring.points.append(uniform(20, 24) * Point2DF(std::cos(angle), std::sin(angle)));
+            ring.bulges.append(0.0);
+        }
+        const double size = std::pow(2.0, uniform(-2, 3.5));
+        const double asked = i % 2 ? -size : size;
+        const Figure chain = chainOf(ring);
+        const std::vector<Figure> found = parallels.of(ring, asked);
+        const auto isOnParallel = [&](const Point2DF& place) {
+            return std::any_of(found.begin(), found.end(), [&](const Figure& parallel) {
+                return distance(place, chainOf(parallel)) < 1e-6 * size;
+            });
+        };
+        // The ring is counter-clockwise: its outside is on the right.
+        const RawParallel raw =
+            rawParallel(*common, SegmentIndex(chain.points, chain.bulges), true, -asked);
+        int missing = 0;
+        for (const Segment& segment : raw.segments) {
+            Figure moved;
+            moved.points = {segment.from, segment.to};
+            moved.bulges = {segment.bulge, 0};
+            sample(moved, 9, [&](const Point2DF& place, double) {
+                const int side = common->pointInBulgePolygon(chain.points, chain.bulges, place);
+                const bool isThere = side * asked > 0 &&
+                                     distance(place, chain) > size * (1 - 1e-9) &&
+                                     !isInTip(raw.tips, place, -1e-6 * size);
+                missing += isThere && !isOnParallel(place) ? 1 : 0;
+            });
+        }
+        EXPECT_EQ(missing, 0) << i;
+        int tooMuch = 0;
+        for (const Figure& parallel : found)
+            sample(chainOf(parallel), 9, [&](const Point2DF& place, double) {
+                tooMuch += distance(place, chain) < size * (1 - 1e-6) ||
+                                   isInTip(raw.tips, place, 1e-6 * size)
+                               ? 1
+                               : 0;
+            });
+        EXPECT_EQ(tooMuch, 0) << i;
     }
 }
 
