@@ -18,7 +18,7 @@ namespace calcora::app {
 ///    -----  \   /  -----
 ///            vertex
 ///
-/// Along an arc a side stays within the arc's.
+/// Where a parallel is an arc, the quadrangle lies within what that arc bounds.
 struct CornerTip {
     tav::Point2DF vertex, before, tip, after;
 };

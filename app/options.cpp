@@ -18,8 +18,11 @@ bool isSameFile(const std::string& a, const std::string& b)
     if (a.empty() || b.empty()) return false;
     std::error_code error;
     if (fs::equivalent(a, b, error)) return fs::is_regular_file(a, error);
-    return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error) &&
-           !fs::exists(a, error);
+    // A path of which nothing exists would stay as it is spelt.
+    const auto place = [&](const std::string& path) {
+        return fs::weakly_canonical(fs::absolute(path, error), error);
+    };
+    return place(a) == place(b) && !fs::exists(a, error);
 }
 
 }  // namespace

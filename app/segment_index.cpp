@@ -14,7 +14,7 @@ std::vector<Segment> segmentsOf(const Points& points, const Values& bulges)
 {
     std::vector<Segment> segments;
     for (int i = 0; i + 1 < points.size(); ++i)
-        segments.emplace_back(points.at(i), points.at(i + 1), bulges.at(i));
+        segments.push_back({points.at(i), points.at(i + 1), bulges.at(i)});
     return segments;
 }
 

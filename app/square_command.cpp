@@ -1,9 +1,9 @@
 // calcora square: outlines with right angles.
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <memory>
 
+#include "app/bounds_tree.h"
 #include "app/commands.h"
 #include "app/figure_tool.h"
 
@@ -13,33 +13,32 @@ namespace {
 
 using tav::Point2DF;
 
-/// Distances from the nearest of many places, which are kept in the order of x.
-class NearestPlace {
+/// Distances from the nearest of an outline's vertices.
+class NearestVertex {
 public:
-    explicit NearestPlace(const Points& places) : places_(places.cbegin(), places.cend())
+    explicit NearestVertex(const Points& vertices) : vertices_(vertices), tree_(boxesOf(vertices))
     {
-        std::sort(places_.begin(), places_.end(),
-                  [](const Point2DF& a, const Point2DF& b) { return a.x() < b.x(); });
     }
 
     double distance(const Point2DF& place) const
     {
         double best = std::numeric_limits<double>::infinity();
-        const auto look = [&](const Point2DF& other) {
-            if (!(std::fabs(other.x() - place.x()) < best)) return false;
-            best = std::min(best, std::hypot(other.x() - place.x(), other.y() - place.y()));
-            return true;
-        };
-        const auto middle =
-            std::lower_bound(places_.begin(), places_.end(), place.x(),
-                             [](const Point2DF& point, double x) { return point.x() < x; });
-        for (auto right = middle; right != places_.end() && look(*right);) ++right;
-        for (auto left = middle; left != places_.begin() && look(*(left - 1));) --left;
+        tree_.search(
+            place, [&](const Box& box) { return boxDistance(box, place) < best; },
+            [&](int i) { best = std::min(best, vertices_.at(i).distanceTo(place)); });
         return best;
     }
 
 private:
-    std::vector<Point2DF> places_;
+    static std::vector<Box> boxesOf(const Points& vertices)
+    {
+        std::vector<Box> boxes;
+        for (const Point2DF& vertex : vertices) boxes.emplace_back().add(vertex);
+        return boxes;
+    }
+
+    Points vertices_;
+    BoundsTree<Box> tree_;
 };
 
 struct Squared {
@@ -80,7 +79,7 @@ Squared square(IcommonFunc& common, Figure& figure)
     corners.removeLast();
 
     Squared squared{true, 0};
-    const NearestPlace before(figure.points);
+    const NearestVertex before(figure.points);
     for (const Point2DF& corner : std::as_const(corners))
         squared.moved = std::max(squared.moved, before.distance(corner));
     figure.elevations = levelElevations(figure.elevations, corners.size());

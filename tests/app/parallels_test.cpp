@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <random>
 
+#include "app/overlaps.h"
 #include "app/raw_parallel.h"
 
 namespace {
@@ -160,10 +161,10 @@ TEST_F(ParallelsTest, OfJaggedRingsAreWhatIsFarEnoughAndInNoTip)
     for (int i = 0; i < 60; ++i) {
         Figure ring;
         ring.closed = true;
-        const int corners = 20 + 7 * (i % 9);
+        const int corners = 20 + 20 * (i % 9);
         for (int k = 0; k < corners; ++k) {
             const double angle = k * 2 * std::acos(-1) / corners;
-            ring.points.append(uniform(20, 24) * Point2DF(std::cos(angle), std::sin(angle)));
+            ring.points.append(uniform(18, 24) * Point2DF(std::cos(angle), std::sin(angle)));
             ring.bulges.append(0.0);
         }
         const double size = std::pow(2.0, uniform(-2, 3.5));
@@ -202,6 +203,60 @@ TEST_F(ParallelsTest, OfJaggedRingsAreWhatIsFarEnoughAndInNoTip)
             });
         EXPECT_EQ(tooMuch, 0) << i;
     }
+}
+
+/// Their teeth are as high as each other: the parallels of the tops lie on one line, over each other.
+TEST_F(ParallelsTest, OfCombsAreRectangles)
+{
+    for (const int teeth : {3, 40})
+        for (const double asked : {0.5, 1.5, 30.0}) {
+            Figure comb;
+            comb.closed = true;
+            for (int i = 0; i < teeth; ++i)
+                for (const auto& [x, y] : {std::pair(0, 0), {0, 9}, {2, 9}, {2, 0}})
+                    comb.points.append({4.0 * i + x, 1.0 * y});
+            const double width = 4.0 * teeth - 2;
+            comb.points.append({width, -3});
+            comb.points.append({0, -3});
+            for (int i = 0; i < comb.points.size(); ++i) comb.bulges.append(0.0);
+            const std::vector<Figure> found = checked(comb, asked);
+            ASSERT_EQ(found.size(), 1u) << asked;
+            const double slots = asked < 1 ? (teeth - 1) * (2 - 2 * asked) * 9 : 0;
+            EXPECT_NEAR(common->bulgePolygonArea(found[0].points, found[0].bulges),
+                        (width + 2 * asked) * (12 + 2 * asked) - slots, 1e-3)
+                << asked;
+        }
+}
+
+/// What is left of segments that lie on each other covers the same places, each once.
+TEST(Overlaps, AreKeptOnceInEachDirection)
+{
+    std::mt19937 random(11);
+    std::vector<Segment> segments;
+    for (int i = 0; i < 200; ++i) {
+        const double from = double(random() % 40), to = double(random() % 40);
+        const double level = 1e-3 * (i % 20);  // so many lines
+        if (from == to) continue;
+        segments.push_back({{3 * from, 4 * from + level}, {3 * to, 4 * to + level}, 0});
+    }
+    const auto rests = withoutOverlaps(segments, 1e-6);
+    ASSERT_EQ(rests.size(), segments.size());
+    for (int line = 0; line < 20; ++line)
+        for (const bool forwards : {false, true})
+            for (double place = 0.5; place < 40; ++place) {
+                int given = 0, kept = 0;
+                for (std::size_t i = 0; i < segments.size(); ++i) {
+                    const double from = segments[i].from.x() / 3, to = segments[i].to.x() / 3;
+                    const double share = (place - from) / (to - from);
+                    if ((to > from) != forwards || !(0 < share && share < 1) ||
+                        std::fabs(segments[i].from.y() - 4 * from - 1e-3 * line) > 1e-9)
+                        continue;
+                    ++given;
+                    for (const Stretch& rest : rests[i])
+                        kept += rest.from < share && share < rest.to ? 1 : 0;
+                }
+                ASSERT_EQ(kept, given > 0 ? 1 : 0) << place;
+            }
 }
 
 TEST_F(ParallelsTest, OpenLinesStopAtTheirOtherSide)

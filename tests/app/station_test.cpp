@@ -1,9 +1,5 @@
 // Stations along axes: against rotation of the start radius, and as the command tells them.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <numbers>
 
@@ -13,10 +9,8 @@
 
 namespace {
 
+using namespace app_tests;
 using namespace calcora::app;
-using app_tests::dxfText;
-using app_tests::readFile;
-using app_tests::Scratch;
 using nlohmann::json;
 using tav::Point2DF;
 using testing::HasSubstr;
@@ -116,20 +110,6 @@ TEST(Axis, RunsAsTurningTheStartRadiusTells)
     }
 }
 
-struct Answer {
-    int status = -1;
-    std::string text;  ///< both streams
-};
-
-Answer run(const std::string& words)
-{
-    FILE* stream = popen((CALCORA_PROGRAM " station " + words + " 2>&1").c_str(), "r");
-    Answer answer;
-    for (int c = 0; (c = std::fgetc(stream)) != EOF;) answer.text += static_cast<char>(c);
-    answer.status = WEXITSTATUS(pclose(stream));
-    return answer;
-}
-
 /// A corner of 10 and 5; a half circle of radius 4 clockwise as an entity of its own; a ring of 8;
 /// a point drawn as a line; something elsewhere.
 const std::vector<std::string> kAxes = {
@@ -141,13 +121,12 @@ const std::vector<std::string> kAxes = {
 TEST(StationCommand, WritesEveryStation)
 {
     const Scratch scratch;
-    const std::string input = scratch.write("in.dxf", dxfText(kAxes));
-    const std::string files = " --csv " + scratch.path("s.csv") + " --svg " +
-                              scratch.path("s.svg") + " -o " + scratch.path("s.dxf");
-    const Answer answer = run(input + " --layer axis --every 5 --tick 0.5" + files);
-    EXPECT_EQ(answer.status, 0) << answer.text;
+    scratch.write("in.dxf", dxfText(kAxes));
+    const std::string words = "station in.dxf --layer axis --svg s.svg --every ";
+    const Answer answer = run(words + "5 --tick 0.5 --csv s.csv -o s.dxf", scratch);
+    EXPECT_EQ(answer.status, 0) << answer.err;
     for (const char* part : {"axis 1", "12.56637061", "LINE (no length) 1", "closed"})
-        EXPECT_THAT(answer.text, HasSubstr(part));
+        EXPECT_THAT(answer.out, HasSubstr(part));
 
     // At the corner the direction is that of the segment that begins; the ring ends in its start.
     const std::string csv = readFile(scratch.path("s.csv"));
@@ -165,10 +144,9 @@ TEST(StationCommand, WritesEveryStation)
     EXPECT_LE(tick.at(0).distanceTo({5, 0.5}), 1e-12);
     EXPECT_LE(tick.at(1).distanceTo({5, -0.5}), 1e-12);
     EXPECT_EQ(readDxf(scratch.path("s.dxf"), {{"AXES"}}).figures.size(), 3u);
-    const std::string svg = readFile(scratch.path("s.svg"));
-    EXPECT_THAT(svg, HasSubstr(">12.566</text>"));
-    EXPECT_THAT(svg, HasSubstr("</svg>"));
-    EXPECT_EQ(run(input + " --layer axis --every 0.011 --svg " + scratch.path("s.svg")).status, 0);
+    EXPECT_THAT(readFile(scratch.path("s.svg")),
+                testing::AllOf(HasSubstr(">12.566</text>"), HasSubstr("</svg>")));
+    EXPECT_EQ(run(words + "0.011", scratch).status, 0);
     const std::string crowded = readFile(scratch.path("s.svg"));
     EXPECT_LT(std::count(crowded.begin(), crowded.end(), '('), 150) << "labels have room";
     EXPECT_THAT(crowded, HasSubstr(">12.566</text>")) << "the end's is there";
@@ -177,10 +155,13 @@ TEST(StationCommand, WritesEveryStation)
 TEST(StationCommand, TakesStationsAskedForOrVertices)
 {
     const Scratch scratch;
-    const std::string input = scratch.write("in.dxf", dxfText(kAxes));
-    const Answer asked = run(input + " --layer Axis --json --at 14 1");
-    const json axes = json::parse(asked.text, nullptr, false)["axes"];
-    ASSERT_EQ(axes.size(), 3u) << asked.text;
+    scratch.write("in.dxf", dxfText(kAxes));
+    const auto axesOf = [&](const char* words) {
+        const auto answer = run(std::string("station in.dxf --layer Axis --json") + words, scratch);
+        return json::parse(answer.out, nullptr, false)["axes"];
+    };
+    const json axes = axesOf(" --at 14 1");
+    ASSERT_EQ(axes.size(), 3u);
     EXPECT_EQ(axes[0]["stations"][0]["point"], json({10.0, 4.0}));
     EXPECT_EQ(axes[0]["beyond"].size(), 0u);
     EXPECT_EQ(axes[1]["stations"].size(), 1u);
@@ -189,8 +170,7 @@ TEST(StationCommand, TakesStationsAskedForOrVertices)
     EXPECT_EQ(axes[1]["beyond"], json({14.0}));
     EXPECT_NEAR(axes[1]["length"], 4 * kPi, 1e-12);
 
-    const Answer vertices = run(input + " --layer Axis --json");
-    const json ring = json::parse(vertices.text, nullptr, false)["axes"][2];
+    const json ring = axesOf("")[2];
     EXPECT_EQ(ring["stations"].size(), 5u);
     EXPECT_EQ(ring["stations"][3]["station"], 6);
 }
@@ -198,31 +178,23 @@ TEST(StationCommand, TakesStationsAskedForOrVertices)
 TEST(StationCommand, TellsBadInputInOneLineAndLeavesNoFile)
 {
     const Scratch scratch;
-    const std::string input = scratch.write("in.dxf", dxfText(kAxes));
-    const std::string dot = scratch.write("dot.dxf", dxfText({kAxes[2]}));
-    const std::string csv = " --csv " + scratch.path("s.csv");
-    const int filesBefore = scratch.fileCount();
-    const std::pair<std::string, const char*> cases[] = {
-        {input + csv, "--layer"},
-        {input + csv + " --layer axes", "no layer"},
-        {input + csv + " --layer axis --every 0", "--every"},
-        {input + csv + " --layer axis --every 1e-9", "1,000,000 stations"},
-        {input + csv + " --layer axis --every 2.5e-5", "1,000,000 stations"},
-        {input + csv + " --layer axis --at 3 --every 2", "--every"},
-        {input + csv + " --layer axis --at=-3", "--at"},
-        {input + csv + " --layer axis --at 16 15.001", "15.001 lies beyond the end"},
-        {input + csv + " --layer axis --svg " + scratch.path("s.csv"), "both"},
-        {input + " --layer axis --csv " + input, "replace the input"},
-        {dot + csv + " --layer axis", "dot.dxf: nothing on the layer has a length"},
+    scratch.write("in.dxf", dxfText(kAxes));
+    scratch.write("dot.dxf", dxfText({kAxes[2]}));
+    const std::pair<const char*, const char*> cases[] = {
+        {"in.dxf --csv s.csv", "--layer"},
+        {"in.dxf --csv s.csv --layer axes", "no layer"},
+        {"in.dxf --csv s.csv --layer axis --every 0", "--every"},
+        {"in.dxf --csv s.csv --layer axis --every 1e-9", "1,000,000 stations"},
+        {"in.dxf --csv s.csv --layer axis --every 2.5e-5", "1,000,000 stations"},
+        {"in.dxf --csv s.csv --layer axis --at 3 --every 2", "--every"},
+        {"in.dxf --csv s.csv --layer axis --at=-3", "--at"},
+        {"in.dxf --csv s.csv --layer axis --at 16 15.001", "15.001 lies beyond the end"},
+        {"in.dxf --csv s.csv --layer axis --svg s.csv", "both"},
+        {"in.dxf --layer axis --csv in.dxf", "replace the input"},
+        {"dot.dxf --csv s.csv --layer axis", "dot.dxf: nothing on the layer has a length"},
     };
-    for (const auto& [words, told] : cases) {
-        SCOPED_TRACE(words);
-        const Answer answer = run(words);
-        EXPECT_EQ(answer.status, 2);
-        EXPECT_THAT(answer.text, testing::AllOf(testing::StartsWith("calcora: "), HasSubstr(told)));
-        EXPECT_EQ(std::count(answer.text.begin(), answer.text.end(), '\n'), 1);
-        EXPECT_EQ(scratch.fileCount(), filesBefore);
-    }
+    for (const auto& [words, told] : cases)
+        expectRefusal(std::string("station ") + words, told, scratch);
 }
 
 }  // namespace

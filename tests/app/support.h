@@ -1,9 +1,11 @@
 // What the tests of the command line share: drawings from short notes, scratch files, runs.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -81,6 +83,51 @@ inline std::string readFile(const std::string& path)
     std::ostringstream text;
     text << stream.rdbuf();
     return text.str();
+}
+
+/// What the program answered.
+struct Answer {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+/// Starts the program in a folder, its streams going to files of another.
+inline pid_t start(const std::string& words, const Scratch& folder, const Scratch& streams)
+{
+    const std::string command = "cd " + folder.path("") + " && exec " CALCORA_PROGRAM " " + words +
+                                " >" + streams.path("out") + " 2>" + streams.path("err");
+    const pid_t child = fork();
+    if (child == 0) execl("/bin/sh", "sh", "-c", command.c_str(), nullptr), _exit(127);
+    return child;
+}
+
+inline Answer finish(pid_t child, const Scratch& streams)
+{
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(streams.path("out")),
+            readFile(streams.path("err"))};
+}
+
+inline Answer run(const std::string& words, const Scratch& folder = Scratch())
+{
+    const Scratch streams;
+    return finish(start(words, folder, streams), streams);
+}
+
+/// What cannot be done is told in one line, and leaves no file behind.
+inline void expectRefusal(const std::string& words, const std::string& told, const Scratch& folder)
+{
+    SCOPED_TRACE(words);
+    const int filesBefore = folder.fileCount();
+    const Answer answer = run(words, folder);
+    EXPECT_EQ(answer.status, 2);
+    EXPECT_THAT(answer.err,
+                testing::AllOf(testing::StartsWith("calcora: "), testing::HasSubstr(told)));
+    EXPECT_EQ(std::count(answer.err.begin(), answer.err.end(), '\n'), 1);
+    EXPECT_EQ(answer.out, "");
+    EXPECT_EQ(folder.fileCount(), filesBefore);
 }
 
 }  // namespace app_tests

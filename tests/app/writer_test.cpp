@@ -1,6 +1,4 @@
 // What is written: numbers, DXF, SVG, files; and the exact scaling.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cmath>
@@ -19,10 +17,18 @@
 
 namespace {
 
+using namespace app_tests;
 using namespace calcora::app;
-using app_tests::readFile;
-using app_tests::Scratch;
 using testing::HasSubstr;
+
+Figure figureOf(const Points& points, const Values& bulges, bool closed = false)
+{
+    Figure figure;
+    figure.points = points;
+    figure.bulges = bulges;
+    figure.closed = closed;
+    return figure;
+}
 
 /// Doubles of all sizes that drawings hold, every bit of them in use.
 double anyNumber(std::mt19937_64& random)
@@ -72,30 +78,20 @@ TEST(DxfWriter, GivesEveryObjectAHandleOfItsOwn)
 {
     const Scratch scratch;
     OutputFile out(scratch.path("out.dxf"));
-    Figure figure;
-    figure.points = {{0, 0}, {1, 0}};
-    figure.bulges = {1, 1};
-    figure.closed = true;
-    writeDxf(out, {{"LOOPS", 5}}, {figure, figure, figure});
+    const Figure disc = figureOf({{0, 0}, {1, 0}}, {1, 1}, true);
+    writeDxf(out, {{"LOOPS", 5}}, {disc, disc, disc});
     out.commit();
     std::istringstream lines(readFile(scratch.path("out.dxf")));
-    std::string code;
-    std::string value;
-    std::vector<std::string> handles;
-    std::vector<std::string> owners;
-    std::string seed;
+    std::string code, value;
+    std::vector<long> handles, owners;  // the first is the number of the next one to be made
     while (std::getline(lines, code) && std::getline(lines, value)) {
-        if (code == "5" && seed.empty())
-            seed = value;
-        else if (code == "5" || code == "105")
-            handles.push_back(value);
-        if (code == "330" && value != "0") owners.push_back(value);
+        if (code == "5" || code == "105") handles.push_back(std::stol(value, nullptr, 16));
+        if (code == "330" && value != "0") owners.push_back(std::stol(value, nullptr, 16));
     }
-    const std::set<std::string> distinct(handles.begin(), handles.end());
+    const std::set<long> distinct(handles.begin(), handles.end());
     EXPECT_EQ(distinct.size(), handles.size());
-    for (const std::string& owner : owners) EXPECT_TRUE(distinct.contains(owner)) << owner;
-    for (const std::string& handle : handles)
-        EXPECT_LT(std::stol(handle, nullptr, 16), std::stol(seed, nullptr, 16));
+    for (const long owner : owners) EXPECT_TRUE(distinct.contains(owner)) << owner;
+    EXPECT_EQ(*distinct.rbegin(), handles.at(0));
 }
 
 std::string svgOf(const Figure& figure, const Box& extent)
@@ -115,54 +111,28 @@ TEST(SvgWriter, DrawsTrueArcsWithYUp)
 {
     // A page of 120 by 90 units of 10 pixels, with a margin of 24.
     const Box extent{0, 0, 120, 90};
-    struct Case {
-        const char* what;
-        tav::Point2DF from, to;
-        double bulge;
-        const char* data;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, tav::Point2DF, tav::Point2DF, double, const char*> cases[] = {
         {"straight", {0, 0}, {120, 90}, 0, "M24 924L1224 24"},
-        {"quarter, counter-clockwise",
-         {10, 0},
-         {0, 10},
-         std::tan(std::atan(1.0) / 2),
-         "M124 924A100 100 0 0 0 24 824"},
-        {"quarter, clockwise",
-         {0, 10},
-         {10, 0},
-         -std::tan(std::atan(1.0) / 2),
-         "M24 824A100 100 0 0 1 124 924"},
-        {"half", {0, 0}, {20, 0}, 1, "M24 924A100 100 0 0 0 224 924"},
-        {"three quarters",
-         {10, 0},
-         {0, 10},
-         -std::tan(std::atan(1.0) * 1.5),
-         "M124 924A100 100 0 1 1 24 824"},
-        {"so flat that nobody sees it", {0, 0}, {1, 0}, 1e-4, "M24 924L34 924"},
+        {"counter-clockwise", {10, 0}, {0, 10}, 90, "M124 924A100 100 0 0 0 24 824"},
+        {"clockwise", {0, 10}, {10, 0}, -90, "M24 824A100 100 0 0 1 124 924"},
+        {"half", {0, 0}, {20, 0}, 180, "M24 924A100 100 0 0 0 224 924"},
+        {"three quarters", {10, 0}, {0, 10}, -270, "M124 924A100 100 0 1 1 24 824"},
+        {"so flat that nobody sees it", {0, 0}, {1, 0}, 0.02, "M24 924L34 924"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        Figure figure;
-        figure.points = {c.from, c.to};
-        figure.bulges = {c.bulge, 0};
-        EXPECT_THAT(svgOf(figure, extent), HasSubstr(std::string("d=\"") + c.data + "\""));
+    for (const auto& [what, from, to, degrees, data] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_THAT(svgOf(figureOf({from, to}, {std::tan(degrees * M_PI / 720), 0}), extent),
+                    HasSubstr(std::string("d=\"") + data + "\""));
     }
     // Closed: a straight end is left to Z, an arc at the end is drawn.
-    Figure disc;
-    disc.points = {{0, 0}, {20, 0}};
-    disc.bulges = {1, 1};
-    disc.closed = true;
-    const std::string svg = svgOf(disc, extent);
+    const std::string svg = svgOf(figureOf({{0, 0}, {20, 0}}, {1, 1}, true), extent);
     EXPECT_THAT(svg, HasSubstr("\"M24 924A100 100 0 0 0 224 924A100 100 0 0 0 24 924Z\""));
     EXPECT_THAT(svg, HasSubstr("<title>a &lt;b&gt; &amp; &quot;c&quot;</title>"));
 }
 
 TEST(SvgWriter, FitsAnyExtentToThePage)
 {
-    Figure figure;
-    figure.points = {{5e5, 4e6}, {5e5, 4e6}};
-    figure.bulges = {0, 0};
+    const Figure figure = figureOf({{5e5, 4e6}, {5e5, 4e6}}, {0, 0});
     for (const Box& extent :
          {Box{5e5, 4e6, 5e5, 4e6}, Box{5e5, 4e6, 5e5, 4e6 + 1}, Box{5e5, 4e6, 5e5 + 1e-9, 4e6},
           Box{-1e15, -1e15, 1e15, 1e15}, Box{}}) {
@@ -226,12 +196,8 @@ TEST(OutputFile, IsThereWholeOrNotAtAll)
 Drawing drawingOf(const std::vector<double>& lengths, double offset)
 {
     Drawing drawing;
-    for (const double length : lengths) {
-        Figure figure;
-        figure.points = {{offset, 0}, {offset, length}};
-        figure.bulges = {0, 0};
-        drawing.figures.push_back(figure);
-    }
+    for (const double length : lengths)
+        drawing.figures.push_back(figureOf({{offset, 0}, {offset, length}}, {0, 0}));
     return drawing;
 }
 
@@ -249,18 +215,11 @@ TEST(ExactScale, ChangesNoDigit)
 
 TEST(ExactScale, IsChosenByTheShortSegments)
 {
-    struct Case {
-        const char* what;
-        std::vector<double> lengths;
-        double offset;
-        int exponent;
-        int shortSegments;
-    };
     std::vector<double> oneInThousand(1000, 1.0);
     oneInThousand[5] = 0.01;
     std::vector<double> twoInThousand = oneInThousand;
     twoInThousand[6] = 0.02;
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, std::vector<double>, double, int, int> cases[] = {
         {"nothing", {}, 0, 0, 0},
         {"long enough", {0.05, 3}, 0, 0, 0},
         {"just too short", {0.0499999, 3}, 0, 1, 0},
@@ -272,11 +231,11 @@ TEST(ExactScale, IsChosenByTheShortSegments)
         {"the coordinates leave no room", {0.02, 1}, 4e9, 1, 1},
         {"nor here", {0.01}, 8589934592.0, 0, 1},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        const ScaleChoice choice = chooseScale(drawingOf(c.lengths, c.offset));
-        EXPECT_EQ(choice.exponent, c.exponent);
-        EXPECT_EQ(choice.shortSegments, c.shortSegments);
+    for (const auto& [what, lengths, offset, exponent, shortSegments] : cases) {
+        SCOPED_TRACE(what);
+        const ScaleChoice choice = chooseScale(drawingOf(lengths, offset));
+        EXPECT_EQ(choice.exponent, exponent);
+        EXPECT_EQ(choice.shortSegments, shortSegments);
     }
 }
 
