@@ -11,6 +11,7 @@
 #include "common/commonFunc.h"
 #include "common/detail/measured_arc.h"
 #include "common/detail/meeting_limits.h"
+#include "detail/exact_class.h"
 
 using namespace calcora;
 using detail::CircleEquation;
@@ -62,6 +63,11 @@ struct Hits {
 struct Range {
     double lo, hi;
     bool holds(double value) const { return lo <= value && value <= hi; }
+};
+
+/// How far an arc is let in before its start, and how far beyond its length.
+struct ArcRange {
+    double lo, extra;
 };
 
 /// The ends that two figures share exactly, as the caller gave them.
@@ -176,17 +182,19 @@ Point2DF mirrorImage(const MeasuredArc& arc, const Point2DF& end, const Point2DF
 }
 
 /// The common part of intersectSegmentArc and intersectArcSegment: onFirst is the place on the
-/// segment, onSecond that on the arc.
-Hits meetSegmentWithArc(IcommonFunc& common, const Point2DF& a0, const Point2DF& a1,
-                        const Point2DF& b0, const Point2DF& b1, double bulge, const Range& range,
-                        double loArc, double extraArc)
+/// segment, onSecond that on the arc, where it is asked for.
+Hits meetSegmentWithArc(commonFunc& common, detail::CircleMemo* circles, bool placeOnArc,
+                        const Point2DF& a0, const Point2DF& a1, const Point2DF& b0,
+                        const Point2DF& b1, double bulge, const Range& range, double loArc,
+                        double extraArc)
 {
     Hits hits;
     const LocalFrame frame(MeasuredArc::isFlatBulge(bulge) ? b0 : a0, a0, a1, b0, b1);
     const Point2DF from = frame.moved(a0);
     const Point2DF to = frame.moved(a1);
     const double segmentSquared = common.pointDistSquared(from, to);
-    const MeasuredArc arc(common, frame.moved(b0), frame.moved(b1), bulge);
+    const bool isPlain = detail::isExactly(common);
+    const MeasuredArc arc(common, isPlain, circles, frame.moved(b0), frame.moved(b1), bulge);
     if (!(segmentSquared > 0) || !arc.isProper()) return hits;
 
     Meeting meeting = meetLine(common, from, to, arc);
@@ -199,14 +207,12 @@ Hits meetSegmentWithArc(IcommonFunc& common, const Point2DF& a0, const Point2DF&
     }
     if (meeting.count == 0) return hits;
 
-    const double arcLength = arc.length();
-    const Range arcRange{loArc, arcLength + extraArc};
     for (int i = 0; i < meeting.count; ++i) {
         const Point2DF& p = meeting.points[i];
         const double t = common.segmentParameter(p, from, to);
         if (!range.holds(t * segmentSquared)) continue;
-        const double fraction = arc.fraction(p);
-        if (arcRange.holds(fraction * arcLength)) hits.add({frame.restored(p), t, fraction});
+        if (!arc.holds(p, loArc, extraArc)) continue;
+        hits.add({frame.restored(p), t, placeOnArc ? arc.fraction(p) : 0.0});
     }
     return hits;
 }
@@ -300,16 +306,15 @@ Point2DF mirrorImage(const MeasuredArc& a, const MeasuredArc& b, const Point2DF&
 
 /// Ends of either arc that lie within the other: the meeting of two arcs of one circle.
 Hits meetOnOneCircle(const MeasuredArc& a, const MeasuredArc& b, const LocalFrame& frame,
-                     const Range& rangeA, double lengthA, const Range& rangeB, double lengthB)
+                     const ArcRange& rangeA, const ArcRange& rangeB)
 {
     Hits hits;
-    for (const Point2DF& end : {b.start(), b.end()}) {
-        const double onA = a.fraction(end);
-        if (rangeA.holds(onA * lengthA)) hits.add({frame.restored(end), onA, 0.0});
-    }
-    if (rangeB.holds(b.fraction(a.start()) * lengthB))
+    for (const Point2DF& end : {b.start(), b.end()})
+        if (a.holds(end, rangeA.lo, rangeA.extra))
+            hits.add({frame.restored(end), a.fraction(end), 0.0});
+    if (b.holds(a.start(), rangeB.lo, rangeB.extra))
         hits.add({frame.restored(a.start()), 0.0, 0.0});
-    if (rangeB.holds(b.fraction(a.end()) * lengthB)) hits.add({frame.restored(a.end()), 1.0, 0.0});
+    if (b.holds(a.end(), rangeB.lo, rangeB.extra)) hits.add({frame.restored(a.end()), 1.0, 0.0});
     return hits;
 }
 
@@ -333,7 +338,8 @@ void commonFunc::intersectSegmentArc(const Point2DF& a0, const Point2DF& a1, con
     if (!count) return;
     *count = 0;
     if (!outPoints || !outParams) return;
-    const Hits hits = meetSegmentWithArc(*this, a0, a1, b0, b1, bulge, {loA, hiA}, loB, extraB);
+    const Hits hits =
+        meetSegmentWithArc(*this, circles_, false, a0, a1, b0, b1, bulge, {loA, hiA}, loB, extraB);
     writeHits(hits, &Hit::onFirst, outPoints, outParams, count);
 }
 
@@ -345,7 +351,8 @@ void commonFunc::intersectArcSegment(const Point2DF& b0, const Point2DF& b1, dou
     if (!count) return;
     *count = 0;
     if (!outPoints || !outParams) return;
-    const Hits hits = meetSegmentWithArc(*this, a0, a1, b0, b1, bulge, {loA, hiA}, loB, extraB);
+    const Hits hits =
+        meetSegmentWithArc(*this, circles_, true, a0, a1, b0, b1, bulge, {loA, hiA}, loB, extraB);
     writeHits(hits, &Hit::onSecond, outPoints, outParams, count);
 }
 
@@ -359,8 +366,9 @@ void commonFunc::intersectArcArc(const Point2DF& a0, const Point2DF& a1, double 
     if (!outPoints || !outParams) return;
     const bool startAtB = MeasuredArc::isFlatBulge(bulgeB) && !MeasuredArc::isFlatBulge(bulgeA);
     const LocalFrame frame(startAtB ? b0 : a0, a0, a1, b0, b1);
-    const MeasuredArc a(*this, frame.moved(a0), frame.moved(a1), bulgeA);
-    const MeasuredArc b(*this, frame.moved(b0), frame.moved(b1), bulgeB);
+    const bool isPlain = detail::isExactly(*this);
+    const MeasuredArc a(*this, isPlain, circles_, frame.moved(a0), frame.moved(a1), bulgeA);
+    const MeasuredArc b(*this, isPlain, circles_, frame.moved(b0), frame.moved(b1), bulgeB);
     if (!a.isProper() || !b.isProper()) return;
 
     Meeting meeting = meetCircles(*this, a, b, frame);
@@ -373,20 +381,14 @@ void commonFunc::intersectArcArc(const Point2DF& a0, const Point2DF& a1, double 
     }
     if (!meeting.sameCircle && meeting.count == 0) return;
 
-    const double lengthA = a.length();
-    const double lengthB = b.length();
-    const Range rangeA{loA, lengthA + extraA};
-    const Range rangeB{loB, lengthB + extraB};
     Hits hits;
     if (meeting.sameCircle) {
-        hits = meetOnOneCircle(a, b, frame, rangeA, lengthA, rangeB, lengthB);
+        hits = meetOnOneCircle(a, b, frame, {loA, extraA}, {loB, extraB});
     } else {
         for (int i = 0; i < meeting.count; ++i) {
             const Point2DF& p = meeting.points[i];
-            const double onA = a.fraction(p);
-            const double onB = b.fraction(p);
-            if (rangeA.holds(onA * lengthA) && rangeB.holds(onB * lengthB))
-                hits.add({frame.restored(p), onA, onB});
+            if (a.holds(p, loA, extraA) && b.holds(p, loB, extraB))
+                hits.add({frame.restored(p), a.fraction(p), 0.0});
         }
     }
     writeHits(hits, &Hit::onFirst, outPoints, outParams, count);

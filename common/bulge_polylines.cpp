@@ -7,6 +7,7 @@
 #include "common/detail/bulges.h"
 #include "common/detail/point_grid.h"
 #include "common/detail/primitives.h"
+#include "common/detail/ring_measure.h"
 #include "common/detail/ring_pieces.h"
 #include "detail/exact_class.h"
 
@@ -23,6 +24,9 @@ constexpr double kStationAtStart = 1e-4;
 constexpr double kStraightForStation = 1e-3;
 /// A fraction this close to 0 or 1 is the vertex itself; a parameter below it is the start.
 constexpr double kParameterAtVertex = 1e-6;
+/// Up to this many points repeats are looked for one by one.
+constexpr int kFewPoints = 8;
+
 /// Square drawing units: points closer than this are repeats.
 constexpr double kRepeatDistanceSquared = 1e-12;
 /// Drawing units: the root of kRepeatDistanceSquared.
@@ -118,8 +122,11 @@ double commonFunc::bulgePolylineLength(const Points& points, const Values& bulge
 double commonFunc::bulgePolygonArea(const Points& points, const Values& bulges)
 {
     if (points.isEmpty()) return 0.0;
-    if (detail::isExactly(*this) && detail::isStraightRing(points, bulges))
-        return straightRingArea(points);
+    if (detail::isExactly(*this)) {
+        if (detail::isStraightRing(points, bulges)) return straightRingArea(points);
+        return detail::RingMeasure(false).polygonArea(points.constData(), points.size(),
+                                                      bulges.constData(), bulges.size());
+    }
     double area = 0.0;
     for (const detail::RingPiece& piece :
          detail::cutRingAtArcExtremes(*this, points, bulges, points[0])) {
@@ -216,6 +223,20 @@ void commonFunc::pointAtParameter(const Points& points, const Values& bulges, in
 void commonFunc::removeDuplicatePointsRaw(Point2DF* points, double* values, int* count)
 {
     if (!points || !values || !count || *count <= 0) return;
+    if (*count <= kFewPoints && detail::isExactly(*this)) {
+        int left = 0;
+        for (int i = 0; i < *count; ++i) {
+            const Point2DF p = points[i];
+            const bool isRepeat = std::any_of(points, points + left, [&](const Point2DF& earlier) {
+                return detail::pointDistSquared(p, earlier) < kRepeatDistanceSquared;
+            });
+            if (isRepeat) continue;
+            points[left] = p;
+            values[left++] = values[i];
+        }
+        *count = left;
+        return;
+    }
     Points kept(points, points + *count);
     Values keptValues(values, values + *count);
     removeDuplicatePoints(kept, keptValues);

@@ -6,6 +6,7 @@
 
 #include "common/commonFunc.h"
 #include "common/detail/primitives.h"
+#include "detail/exact_class.h"
 
 using namespace calcora;
 using detail::isFinite;
@@ -200,7 +201,8 @@ int commonFunc::circleCircleIntersection(const Point2DF& c1, double r1, const Po
     // As the polar form gives it; it starts as that value, should the operation write nothing.
     double distance = detail::length(between);
     double direction = 0.0;
-    polarFromCoordinates(0.0, 0.0, between.x(), between.y(), direction, distance);
+    if (!detail::isExactly(*this))
+        polarFromCoordinates(0.0, 0.0, between.x(), between.y(), direction, distance);
     const double extent =
         std::max({std::fabs(c1.x()), std::fabs(c1.y()), std::fabs(c2.x()), std::fabs(c2.y())}) +
         r1 + r2;

@@ -5,8 +5,9 @@
 #include "tavrel/PlainObject.h"
 
 namespace calcora::detail {
+class CircleMemo;
 class EdgeIndex;
-}
+}  // namespace calcora::detail
 
 /// The module's toolbox of plane geometry: IcommonFunc implemented, one source file per family.
 class commonFunc : public tav::PlainObject<commonFunc, IcommonFunc> {
@@ -296,6 +297,10 @@ public:
     bool isPointOnBulgeSegment(const Point2DF& p, const Point2DF& a, const Point2DF& b,
                                double bulge, Point2DF& centre, double* radius);
 
+    /// For who intersects the same arcs again and again: the circles of arcs are kept there from now
+    /// on. The caller owns it; it must outlast this object's use. Null ends that.
+    void keepCirclesIn(calcora::detail::CircleMemo* circles) { circles_ = circles; }
+
 private:
     /// Walks all edges of a straight polyline along another and gathers what they meet, repeats
     /// included; returns how many results the work pair then holds.
@@ -308,4 +313,6 @@ private:
 
     /// The index over the polyline that the walk in progress walks along, if it has one.
     const calcora::detail::EdgeIndex* walkedEdges_ = nullptr;
+
+    calcora::detail::CircleMemo* circles_ = nullptr;  ///< see keepCirclesIn()
 };

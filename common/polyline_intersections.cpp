@@ -14,6 +14,7 @@
 #include "common/detail/bulges.h"
 #include "common/detail/edge_index.h"
 #include "common/detail/meeting_limits.h"
+#include "common/detail/segment_meeting.h"
 
 using namespace calcora;
 using detail::Box;
@@ -31,11 +32,6 @@ namespace {
 using Points = IcommonFunc::Points;
 using Values = IcommonFunc::Values;
 
-/// Drawing units: what an inner straight edge gives up before its end, and what a last one reaches
-/// beyond, taken on fraction times squared length, hence twice.
-constexpr double kEdgeEndReach = 1e-6;
-/// Squared drawing units, added to every upper bound of a straight edge.
-constexpr double kEdgeEndSlack = 1e-12;
 /// Drawing units of arc length: how far an arc reaches before its start, gives up before its end
 /// (inner edge) or reaches beyond it (last edge).
 constexpr double kArcStartReach = 1e-6;
@@ -49,21 +45,10 @@ constexpr int kIndexedWalkEdges = 16;
 constexpr std::size_t kResultsPerStraightPair = 2;
 constexpr std::size_t kResultsPerPair = 4;
 
-struct Range {
-    double lo, hi;
-};
+using Range = detail::EdgeRange;
+using detail::straightRange;
 
-/// What is let in on a straight edge, on fraction times squared length. At large coordinates the
-/// start must reach back by what rounding moves, or meetings at a vertex would be lost.
-Range straightRange(double edgeSquared, double startReach, double rounding, bool isLast)
-{
-    const double edge = std::sqrt(edgeSquared);
-    const double endReach = 2 * edge * kEdgeEndReach;
-    return {-std::max(startReach, rounding * edge),
-            edgeSquared + kEdgeEndSlack + (isLast ? endReach : -endReach)};
-}
-
-/// The same for an edge of the first figure, which is walked against points of which the largest
+/// straightRange for an edge of the first figure, which is walked against points of which the largest
 /// coordinate is given.
 Range firstEdgeRange(const Point2DF& a, const Point2DF& b, double startReach, double largest,
                      bool isLast)

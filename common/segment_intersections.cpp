@@ -7,6 +7,7 @@
 #include "common/commonFunc.h"
 #include "common/detail/meeting_limits.h"
 #include "common/detail/primitives.h"
+#include "common/detail/segment_meeting.h"
 
 using namespace calcora;
 using detail::cross;
@@ -17,8 +18,6 @@ using tav::Point2DF;
 
 namespace {
 
-/// Squared sine of the angle up to which two directions are parallel.
-constexpr double kParallelSquared = 1e-12;
 /// Squared sine of the angle, seen from the first segment's start, up to which the second starts on
 /// the first one's line; and what is added to the squared cross product for near starts.
 constexpr double kSameLineSquared = 1e-12;
@@ -101,26 +100,21 @@ void commonFunc::intersectSegments(const Point2DF& p0, const Point2DF& d0, const
         *count = 2;
         return;
     }
+    double place = 0.0;
+    const detail::SegmentMeeting meeting = detail::crossSegments(
+        p0, d0, p1, d1, [=](double reach, double) { return lo0 <= reach && reach <= hi0; },
+        [=](double reach, double) { return lo1 <= reach && reach <= hi1; }, place);
+    if (meeting == detail::SegmentMeeting::Crossing) {
+        const Point2DF crossing = p0 + place * d0;
+        outPoints[0] = crossing;
+        outParams[0] = place;
+        *count = 1;
+    }
+    if (meeting != detail::SegmentMeeting::Parallel) return;
+
     const double length0Squared = lengthSquared(d0);
     const double length1Squared = lengthSquared(d1);
-    const double product = length0Squared * length1Squared;
-    if (!(product >= detail::kShortestMeetingProduct) || !std::isfinite(product)) return;
-
     const Point2DF between = p1 - p0;
-    const double kross = cross(d0, d1);
-    if (kross * kross > kParallelSquared * product) {
-        const double s = cross(between, d1) / kross;
-        const double reach0 = s * length0Squared;
-        if (!(lo0 <= reach0 && reach0 <= hi0 && s >= -detail::kFarthestBack)) return;
-        const double reach1 = cross(between, d0) / kross * length1Squared;
-        if (!(lo1 <= reach1 && reach1 <= hi1)) return;
-        const Point2DF meeting = p0 + s * d0;
-        outPoints[0] = meeting;
-        outParams[0] = s;
-        *count = 1;
-        return;
-    }
-
     const double offLine = cross(between, d0);
     const double rounding = detail::roundingReach(p0, p0 + d0, p1, p1 + d1);
     const double reachSquared = rounding * rounding;

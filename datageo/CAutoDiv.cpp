@@ -6,6 +6,8 @@
 #include <cstdint>
 
 #include "common/detail/arc_extremes.h"
+#include "common/detail/prefetch.h"
+#include "common/detail/segment_meeting.h"
 #include "tavrel/NormalObject.h"
 
 namespace calcora {
@@ -64,6 +66,7 @@ void sortByPosition(Cuts& cuts)
 CAutoDiv::CAutoDiv()
     : geometry_(tav::kObjectCapacity), points_(2), otherPoints_(2), bulges_(2), otherBulges_(2)
 {
+    geometry_.keepCirclesIn(&circles_);
 }
 
 CAutoDiv::~CAutoDiv() = default;
@@ -74,27 +77,23 @@ RTreeRect CAutoDiv::boxOf(const SegmentKey& segment)
     RTreeRect box{std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
                   std::max(a.y(), b.y())};
     if (!(std::fabs(bulge) >= kBoxArcBulge)) return box;
-    detail::Circle circle;
-    geometry_.bulgeArcCenter(a, b, bulge, circle.centre, &circle.radius);
-    const auto fractionOf = [&, start = a, end = b, clockwise = bulge < 0](const tav::Point2DF& p) {
-        return geometry_.arcSweepFraction(p, circle.centre, start, end, clockwise);
-    };
     // An extreme at an end of the arc can lie a rounding step inside it, so boxes only ever widen.
-    detail::forEachArcExtreme(circle, fractionOf,
-                              [&](detail::ArcExtreme, const tav::Point2DF& p, double) {
-                                  box.minX = std::min(box.minX, p.x());
-                                  box.minY = std::min(box.minY, p.y());
-                                  box.maxX = std::max(box.maxX, p.x());
-                                  box.maxY = std::max(box.maxY, p.y());
-                              });
+    detail::forEachPlainArcExtreme(
+        a, b, bulge,
+        [&](detail::ArcExtreme, const tav::Point2DF& p, const detail::PlainArcPlaces&) {
+            box.minX = std::min(box.minX, p.x());
+            box.minY = std::min(box.minY, p.y());
+            box.maxX = std::max(box.maxX, p.x());
+            box.maxY = std::max(box.maxY, p.y());
+        });
     return box;
 }
 
 void CAutoDiv::addSegment(const SegmentKey& segment, int cutFlag, int /*secondFlag*/)
 {
-    StoredSegment stored{segment, boxOf(segment), cutFlag != 0};
-    segments_.push_back(stored);
-    tree_.insertRect(&stored.box, idOf(segments_.size() - 1), 0);
+    RTreeRect box = boxOf(segment);
+    segments_.push_back({segment, cutFlag != 0});
+    tree_.insertRect(&box, idOf(segments_.size() - 1), 0);
 }
 
 void CAutoDiv::addSegments(SegmentSet set)
@@ -118,10 +117,10 @@ void CAutoDiv::divide(bool directed)
 
 void CAutoDiv::cutAndMerge(bool directed)
 {
-    CancelCheck check(cancelFlag_);
+    const CancelCheck check(cancelFlag_);
     std::vector<PieceRange> rangeOf(segments_.size());
-    std::vector<SegmentKey> cutPieces;
-    cutAll(rangeOf, cutPieces);
+    std::vector<SegmentKey> pieces;
+    cutAll(rangeOf, pieces);
     const bool allWhole =
         !directed && given_.segments.size() == segments_.size() &&
         std::all_of(rangeOf.begin(), rangeOf.end(), [](const PieceRange& r) { return r.isWhole; });
@@ -129,20 +128,33 @@ void CAutoDiv::cutAndMerge(bool directed)
     if (allWhole) {
         pieces_ = std::move(given_);
     } else {
-        std::vector<SegmentKey> pieces;
-        pieces.reserve(segments_.size() + cutPieces.size());
-        for (std::size_t i = 0; i < segments_.size(); ++i) {
-            check();
-            if (rangeOf[i].isWhole) pieces.push_back(segments_[i].shape);
-            pieces.insert(pieces.end(),
-                          cutPieces.begin() + static_cast<std::ptrdiff_t>(rangeOf[i].begin),
-                          cutPieces.begin() + static_cast<std::ptrdiff_t>(rangeOf[i].end));
-        }
-        pieces_ = mergeEqualSegments(pieces, directed, check);
+        const std::vector<int> arrivals = numberPieces(rangeOf, pieces);
+        pieces_ = mergeEqualSegments(pieces, directed, check, arrivals);
     }
     given_ = {};
     tree_.removeAll();
     segments_.clear();
+}
+
+/// Adds the segments that nothing has cut to the pieces, and numbers all in the order of the segments
+/// that they come from.
+std::vector<int> CAutoDiv::numberPieces(const std::vector<PieceRange>& rangeOf,
+                                        std::vector<SegmentKey>& pieces)
+{
+    CancelCheck check(cancelFlag_);
+    std::vector<int> arrivals(pieces.size());
+    int arrival = 0;
+    for (std::size_t i = 0; i < segments_.size(); ++i) {
+        check();
+        const PieceRange& range = rangeOf[i];
+        if (range.isWhole) {
+            pieces.push_back(segments_[i].shape);
+            arrivals.push_back(arrival++);
+        }
+        for (std::size_t piece = range.begin; piece < range.end; ++piece)
+            arrivals[piece] = arrival++;
+    }
+    return arrivals;
 }
 
 /// Cuts every segment that is to be cut, in the order of the tree's leaves: neighbours there are
@@ -172,6 +184,7 @@ void CAutoDiv::collectCuts(std::size_t index, std::span<void* const> hits)
     points_[0] = segment.a;
     points_[1] = segment.b;
     bulges_[0] = segment.bulge;
+    for (void* const hit : hits) detail::prefetch(&segments_[indexOf(hit)]);
     for (void* const hit : hits) {
         const std::size_t other = indexOf(hit);
         if (other == index) continue;
@@ -204,6 +217,11 @@ bool CAutoDiv::meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other)
 void CAutoDiv::appendCrossings(const SegmentKey& segment, const SegmentKey& other)
 {
     if (meetOnlyAtEnd(segment, other)) return;
+    if (std::fabs(segment.bulge) < detail::kStraightBulgeForMeeting &&
+        std::fabs(other.bulge) < detail::kStraightBulgeForMeeting) {
+        appendStraightCrossings(segment, other);
+        return;
+    }
     otherPoints_[0] = other.a;
     otherPoints_[1] = other.b;
     otherBulges_[0] = other.bulge;
@@ -212,28 +230,65 @@ void CAutoDiv::appendCrossings(const SegmentKey& segment, const SegmentKey& othe
     int count = 0;
     geometry_.intersectBulgePolylines(points_, bulges_, otherPoints_, otherBulges_,
                                       crossings.data(), positions.data(), &count);
-    for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k) {
-        Cut cut{crossings[k], positions[k]};
-        // A crossing at an end is that end up to rounding: vertices come back bit for bit.
-        if (std::fabs(cut.position) < kCutResolution && isSameNode(cut.point, segment.a))
-            cut.point = segment.a;
-        else if (std::fabs(cut.position - 1) < kCutResolution && isSameNode(cut.point, segment.b))
-            cut.point = segment.b;
-        cuts_.push_back(cut);
-    }
+    for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k)
+        appendCut(segment, {crossings[k], positions[k]});
+}
+
+/// What intersectBulgePolylines finds for two straight segments, without lists.
+void CAutoDiv::appendStraightCrossings(const SegmentKey& segment, const SegmentKey& other)
+{
+    const tav::Point2DF along = segment.b - segment.a;
+    const tav::Point2DF otherAlong = other.b - other.a;
+    const auto rangeOf = [&](double lengthSquared) {
+        const double rounding = detail::roundingReach(segment.a, segment.b, other.a, other.b);
+        return detail::straightRange(lengthSquared, detail::kBulgeWalkStartReach, rounding, true);
+    };
+    // What is surely in needs no range.
+    const auto holds = [&](double reach, double lengthSquared) {
+        return (0 <= reach && reach <= lengthSquared) || rangeOf(lengthSquared).holds(reach);
+    };
+    double place = 0;
+    const detail::SegmentMeeting meeting =
+        detail::crossSegments(segment.a, along, other.a, otherAlong, holds, holds, place);
+    if (meeting == detail::SegmentMeeting::Crossing)
+        appendCut(segment, {segment.a + place * along, place});
+    if (meeting != detail::SegmentMeeting::Parallel) return;
+
+    const detail::EdgeRange range = rangeOf(detail::lengthSquared(along));
+    const detail::EdgeRange otherRange = rangeOf(detail::lengthSquared(otherAlong));
+    std::array<tav::Point2DF, 2> points;
+    std::array<double, 2> positions{};
+    int count = 0;
+    geometry_.intersectSegments(segment.a, along, other.a, otherAlong, range.lo, range.hi,
+                                otherRange.lo, otherRange.hi, points.data(), positions.data(),
+                                &count);
+    if (count > 1) geometry_.removeDuplicatePointsRaw(points.data(), positions.data(), &count);
+    for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k)
+        appendCut(segment, {points[k], positions[k]});
+}
+
+/// Appends a cut. A crossing at an end is that end up to rounding: vertices come back bit for bit.
+void CAutoDiv::appendCut(const SegmentKey& segment, Cut cut)
+{
+    if (std::fabs(cut.position) < kCutResolution && isSameNode(cut.point, segment.a))
+        cut.point = segment.a;
+    else if (std::fabs(cut.position - 1) < kCutResolution && isSameNode(cut.point, segment.b))
+        cut.point = segment.b;
+    cuts_.push_back(cut);
 }
 
 /// Appends the pieces between the cuts; true when the only one is the segment itself.
 bool CAutoDiv::appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const
 {
     const bool isArc = std::fabs(segment.bulge) >= kPieceArcBulge;
+    const double quarterSweep = isArc ? std::atan(segment.bulge) : 0.0;
     const std::size_t before = pieces.size();
     const Cut* last = &cuts_.front();
     for (const Cut& cut : cuts_) {
         const double share = cut.position - last->position;
         if (!(std::fabs(share) >= kCutResolution)) continue;
         double bulge = 0;
-        if (isArc) bulge = share == 1 ? segment.bulge : std::tan(std::atan(segment.bulge) * share);
+        if (isArc) bulge = share == 1 ? segment.bulge : std::tan(quarterSweep * share);
         pieces.push_back({last->point, cut.point, bulge});
         last = &cut;
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/commonFunc.h"
+#include "common/detail/circle_memo.h"
 #include "datageo/segments.h"
 #include "rtree/CRTree.h"
 
@@ -48,7 +49,6 @@ public:
 private:
     struct StoredSegment {
         SegmentKey shape;
-        RTreeRect box;
         bool isCut;
     };
 
@@ -58,7 +58,7 @@ private:
         double position;
     };
 
-    RTreeRect boxOf(const SegmentKey& segment);
+    static RTreeRect boxOf(const SegmentKey& segment);
     /// The pieces of one segment in a list of pieces; none of its own when nothing has cut it.
     struct PieceRange {
         std::size_t begin = 0;
@@ -67,9 +67,13 @@ private:
     };
 
     void cutAndMerge(bool directed);
+    std::vector<int> numberPieces(const std::vector<PieceRange>& rangeOf,
+                                  std::vector<SegmentKey>& pieces);
     void cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>& pieces);
     void collectCuts(std::size_t index, std::span<void* const> hits);
     void appendCrossings(const SegmentKey& segment, const SegmentKey& other);
+    void appendStraightCrossings(const SegmentKey& segment, const SegmentKey& other);
+    void appendCut(const SegmentKey& segment, Cut cut);
     bool meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const;
     bool appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const;
 
@@ -81,6 +85,7 @@ private:
 
     // Work objects of one division.
     commonFunc geometry_;
+    detail::CircleMemo circles_;
     std::vector<Cut> cuts_;
     tav::Vector<tav::Point2DF> points_, otherPoints_;
     tav::Vector<double> bulges_, otherBulges_;

@@ -6,6 +6,7 @@
 
 #include "common/commonFunc.h"
 #include "common/detail/arc.h"
+#include "common/detail/ring_measure.h"
 #include "common/detail/ring_pieces.h"
 #include "common/detail/sort_points.h"
 #include "datageo/autob/CAutoLoop.h"
@@ -129,8 +130,19 @@ double DataGeo::polygonAreaAbs(const Points& polygon)
 /// Signed area of a closed polyline with arcs, positive when it runs clockwise (x right, y up).
 double DataGeo::signedBulgeArea(const Points& points, const Values& bulges)
 {
-    if (detail::isExactly(*this) && detail::isStraightRing(points, bulges))
-        return straightRingArea(points);
+    detail::RingMeasure measure(false);
+    return signedBulgeArea(points, bulges, measure);
+}
+
+double DataGeo::signedBulgeArea(const Points& points, const Values& bulges,
+                                detail::RingMeasure& measure)
+{
+    if (detail::isExactly(*this) && !points.isEmpty()) {
+        if (detail::isStraightRing(points, bulges)) return straightRingArea(points);
+        if (const auto area = measure.signedArea(points.constData(), points.size(),
+                                                 bulges.constData(), bulges.size()))
+            return *area;
+    }
     Points ring;
     Values ringBulges;
     insertArcExtremes(points, bulges, true, false, true, ring, ringBulges);

@@ -6,6 +6,10 @@
 #include "datageo/segments.h"
 #include "tavrel/PlainObject.h"
 
+namespace calcora::detail {
+class RingMeasure;
+}
+
 /// Operations on line work: IDataGeo implemented. It holds no state, so objects are cheap and two
 /// threads with an object each never meet.
 class DataGeo : public tav::PlainObject<DataGeo, IDataGeo> {
@@ -56,6 +60,8 @@ public:
 
 private:
     double signedBulgeArea(const Points& points, const Values& bulges);
+    double signedBulgeArea(const Points& points, const Values& bulges,
+                           calcora::detail::RingMeasure& measure);
     bool crossesRay(const Point2DF& from, const Point2DF& to, double bulge, const Point2DF& point);
     bool isShort(const Points& line, const Values& bulges);
     std::vector<calcora::SegmentKey> segmentsOf(const PointLists& lines,
@@ -64,5 +70,5 @@ private:
     std::vector<calcora::SegmentKey> closedSegmentsOf(const PointLists& lines,
                                                       const ValueLists& lineBulges, bool* cancel);
     void sortLoops(std::vector<Points> found, std::vector<Values> foundBulges, PointLists& loops,
-                   ValueLists& loopBulges);
+                   ValueLists& loopBulges, bool* cancel);
 };

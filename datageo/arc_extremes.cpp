@@ -4,6 +4,7 @@
 
 #include "common/detail/arc_extremes.h"
 #include "datageo/DataGeo.h"
+#include "detail/exact_class.h"
 
 namespace detail = calcora::detail;
 
@@ -44,19 +45,33 @@ void DataGeo::segmentArcExtremes(int index, const Point2DF& p1, const Point2DF& 
     if (!(std::fabs(bulge) >= kStraightBulge)) return;
     const Point2DF start = p1;  // the outputs may hold the ends
     const Point2DF end = p2;
+    const auto append = [&](detail::ArcExtreme side, const Point2DF& p, const auto& fractionOf) {
+        const bool isTopOrBottom =
+            side == detail::ArcExtreme::kTop || side == detail::ArcExtreme::kBottom;
+        if (!(isTopOrBottom ? yExtremes : xExtremes)) return;
+        // An arc whose directions agree has no sweep to place a point in, whatever side it is on.
+        const double fraction = fractionOf(p);
+        if (!(0 < fraction && fraction < 1)) return;
+        outPoints.append(p);
+        outPositions.append(index + fraction);
+    };
+    if (detail::isExactly(*this)) {
+        detail::forEachPlainArcExtreme(
+            start, end, bulge,
+            [&](detail::ArcExtreme side, const Point2DF& p, const detail::PlainArcPlaces& places) {
+                append(side, p, [&](const Point2DF& q) { return places.fraction(q); });
+            });
+        return;
+    }
     detail::Circle circle;
     arcCenterFromBulge(start, end, bulge, circle.centre, &circle.radius);
     const auto fractionOf = [&](const Point2DF& p) {
         return arcPositionFraction(p, circle.centre, start, end, bulge < 0);
     };
-    detail::forEachArcExtreme(
-        circle, fractionOf, [&](detail::ArcExtreme side, const Point2DF& p, double fraction) {
-            const bool isTopOrBottom =
-                side == detail::ArcExtreme::kTop || side == detail::ArcExtreme::kBottom;
-            if (!(isTopOrBottom ? yExtremes : xExtremes)) return;
-            outPoints.append(p);
-            outPositions.append(index + fraction);
-        });
+    detail::forEachArcExtreme(circle, fractionOf,
+                              [&](detail::ArcExtreme side, const Point2DF& p, double fraction) {
+                                  append(side, p, [=](const Point2DF&) { return fraction; });
+                              });
 }
 
 bool DataGeo::polylineArcExtremes(const Points& points, const Values& bulges, bool closed,

@@ -4,6 +4,7 @@
 
 #include "common/detail/key_sort.h"
 #include "common/detail/primitives.h"
+#include "common/detail/ring_measure.h"
 #include "datageo/CAutoDiv.h"
 #include "datageo/DataGeo.h"
 #include "datageo/autob/CAutoLoop.h"
@@ -119,7 +120,7 @@ void DataGeo::buildRegions(const PointLists& lines, const ValueLists& lineBulges
     } catch (const calcora::Cancelled&) {
         // The builder has no loops yet.
     }
-    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges);
+    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges, cancel);
 }
 
 void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& lineBulges,
@@ -135,7 +136,7 @@ void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& li
     } catch (const calcora::Cancelled&) {
         // The builder has no loops yet.
     }
-    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges);
+    sortLoops(builder.takeLoops(), builder.takeLoopBulges(), loops, loopBulges, cancel);
 }
 
 /// The segments of all figures that are long enough, clockwise and closed, their vertices snapped.
@@ -182,17 +183,25 @@ bool DataGeo::isShort(const Points& line, const Values& bulges)
 }
 
 /// Replaces the outputs by the loops, smallest area first, equal areas in the order found. A loop
-/// whose area is no number goes last.
+/// whose area is no number goes last. When the flag is raised, very many loops stay in the order
+/// found: sorting them takes longer than the caller wants to wait.
 void DataGeo::sortLoops(std::vector<Points> found, std::vector<Values> foundBulges,
-                        PointLists& loops, ValueLists& loopBulges)
+                        PointLists& loops, ValueLists& loopBulges, bool* cancel)
 {
+    constexpr std::size_t kAlwaysSorted = 65536;
+    constexpr std::size_t kLoopsBetweenLooks = 1024;
     std::vector<calcora::detail::KeyedIndex> order;
     order.reserve(found.size());
+    calcora::detail::RingMeasure measure(true);
+    bool isSorted = true;
     for (std::size_t i = 0; i < found.size(); ++i) {
-        const double area = std::fabs(signedBulgeArea(found[i], foundBulges[i]));
+        if (found.size() > kAlwaysSorted && i % kLoopsBetweenLooks == 0)
+            isSorted = isSorted && !calcora::isRaised(cancel);
+        const double area =
+            isSorted ? std::fabs(signedBulgeArea(found[i], foundBulges[i], measure)) : 0.0;
         order.push_back({std::isnan(area) ? HUGE_VAL : area, static_cast<int>(i)});
     }
-    calcora::detail::sortByKey(order);
+    if (isSorted) calcora::detail::sortByKey(order);
 
     PointLists sorted;
     ValueLists sortedBulges;

@@ -5,7 +5,7 @@
 #include <span>
 #include <utility>
 
-#include "datageo/autob/FuzzyPointSet.h"
+#include "common/detail/prefetch.h"
 
 namespace calcora {
 
@@ -14,67 +14,68 @@ namespace {
 /// Difference of bulges below which two segments with the same ends are one.
 constexpr double kEqualBulge = 1e-7;
 
-/// Segments whose ends' memory is asked for before they are looked up.
-constexpr std::size_t kSearchesAhead = 6;
+/// Segments whose memory is asked for before they are read in an order of their own.
+constexpr std::size_t kReadAhead = 16;
+
+/// The segments to be merged, and when they arrived.
+struct Arriving {
+    const std::vector<SegmentKey>& segments;
+    std::span<const int> arrivals;
+
+    int arrivalOf(std::size_t i) const
+    {
+        return arrivals.empty() ? static_cast<int>(i) : arrivals[i];
+    }
+};
 
 /// A segment as the order sees it: ranks of its ends, turned where turning applies.
 struct Ranked {
     int second;
     int arrival;
+    int index;
     double bulge;
 };
 
-/// Segments grouped by the rank of their first end, in order of arrival inside a group.
+/// Segments grouped by the rank of their first end.
 struct Grouped {
     std::vector<Ranked> segments;
     std::vector<std::size_t> groupEnds;
 };
 
 /// Numbers the ends of the segments in the fuzzy order.
-void rankEnds(const std::vector<SegmentKey>& segments, SegmentSet& set, CancelCheck& check)
+void rankEnds(const Arriving& given, SegmentSet& set, CancelCheck& check)
 {
-    AutoB::FuzzyPointSet points(kNodeTolerance);
-    points.reserve(segments.size());
-    set.endsOf.reserve(segments.size());
-    const auto numberOf = [&](const tav::Point2DF& end) {
-        const int number = points.findOrAdd(end);
-        if (!(points.points()[static_cast<std::size_t>(number)] == end)) set.endsAreExact = false;
-        return number;
-    };
-    const tav::Point2DF* last = nullptr;
-    const std::size_t n = segments.size();
-    for (std::size_t i = 0; i < n; ++i) {
+    std::vector<SegmentEnd> ends;
+    ends.reserve(2 * given.segments.size());
+    set.endsOf.reserve(given.segments.size());
+    for (std::size_t i = 0; i < given.segments.size(); ++i) {
         check();
-        if (i + 2 * kSearchesAhead < n) {
-            points.prefetch(segments[i + 2 * kSearchesAhead].a);
-            points.prefetch(segments[i + 2 * kSearchesAhead].b);
-        }
-        if (i + kSearchesAhead < n) {
-            points.prefetchNext(segments[i + kSearchesAhead].a);
-            points.prefetchNext(segments[i + kSearchesAhead].b);
-        }
-        const SegmentKey& segment = segments[i];
+        const SegmentKey& segment = given.segments[i];
+        const int number = 2 * given.arrivalOf(i);
         // Pieces of one segment follow each other.
-        const bool goesOn = last && *last == segment.a;
-        const int a = goesOn ? set.endsOf.back().second : numberOf(segment.a);
-        last = &segment.b;
-        const int b = numberOf(segment.b);
-        set.endsOf.emplace_back(a, b);
+        const bool goesOn =
+            i > 0 && given.segments[i - 1].b == segment.a && set.endsOf.back().second == number - 1;
+        const int a = goesOn ? set.endsOf.back().second : number;
+        if (!goesOn) ends.emplace_back(segment.a, number);
+        ends.emplace_back(segment.b, number + 1);
+        set.endsOf.emplace_back(a, number + 1);
     }
-    const std::vector<int> rank = points.ranks(check);
-    set.ends.resize(rank.size());
-    for (std::size_t i = 0; i < rank.size(); ++i)
-        set.ends[static_cast<std::size_t>(rank[i])] = points.points()[i];
+    NodeOrder order = orderNodes(std::move(ends), 2 * given.segments.size(), check);
     for (auto& [a, b] : set.endsOf) {
         check();
-        a = rank[static_cast<std::size_t>(a)];
-        b = rank[static_cast<std::size_t>(b)];
+        a = order.nodeOf[static_cast<std::size_t>(a)];
+        b = order.nodeOf[static_cast<std::size_t>(b)];
     }
+    set.ends = std::move(order.nodes);
+    set.endsAreExact = order.isExact;
+    set.endsAreClear = order.isClear;
+    set.columns = std::move(order.columns);
 }
 
-Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, const SegmentSet& set,
-                        bool directed, CancelCheck& check)
+Grouped groupByFirstEnd(const Arriving& given, const SegmentSet& set, bool directed,
+                        CancelCheck& check)
 {
+    const std::vector<SegmentKey>& segments = given.segments;
     const auto& ends = set.endsOf;
     const auto isTurned = [&](std::size_t i) {
         return !directed && ends[i].second < ends[i].first;
@@ -96,17 +97,17 @@ Grouped groupByFirstEnd(const std::vector<SegmentKey>& segments, const SegmentSe
     for (std::size_t i = 0; i < segments.size(); ++i) {
         check();
         grouped.segments[grouped.groupEnds[firstOf(i)]++] = {
-            isTurned(i) ? ends[i].first : ends[i].second, static_cast<int>(i),
+            isTurned(i) ? ends[i].first : ends[i].second, given.arrivalOf(i), static_cast<int>(i),
             isTurned(i) ? -segments[i].bulge : segments[i].bulge};
     }
     return grouped;
 }
 
-/// Appends the arrivals that stay of one run of segments with equal ends, by bulge.
-void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vector<int>& arrivals)
+/// Appends the segments that stay of one run with equal ends, by bulge.
+void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vector<int>& staying)
 {
     if (run.size() == 1) {
-        arrivals.push_back(run.front().arrival);
+        staying.push_back(run.front().index);
         return;
     }
     // Kept bulges lie at least kEqualBulge apart, so only the neighbours can be equal.
@@ -121,19 +122,20 @@ void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vecto
             place != kept.begin() && std::fabs((place - 1)->bulge - segment.bulge) < kEqualBulge;
         if (!equalsNext && !equalsPrevious) kept.insert(place, segment);
     }
-    for (const Ranked& segment : kept) arrivals.push_back(segment.arrival);
+    for (const Ranked& segment : kept) staying.push_back(segment.index);
 }
 
 }  // namespace
 
 SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
-                              CancelCheck check)
+                              CancelCheck check, std::span<const int> arrivals)
 {
+    const Arriving given{segments, arrivals};
     SegmentSet set;
-    rankEnds(segments, set, check);
-    Grouped grouped = groupByFirstEnd(segments, set, directed, check);
-    std::vector<int> arrivals;
-    arrivals.reserve(segments.size());
+    rankEnds(given, set, check);
+    Grouped grouped = groupByFirstEnd(given, set, directed, check);
+    std::vector<int> staying;
+    staying.reserve(segments.size());
     std::vector<Ranked> kept;
     const auto bySecondEnd = [](const Ranked& a, const Ranked& b) {
         return a.second < b.second || (a.second == b.second && a.arrival < b.arrival);
@@ -141,23 +143,30 @@ SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool dire
     for (std::size_t begin = 0; const std::size_t groupEnd : grouped.groupEnds) {
         check();
         std::span<Ranked> group(grouped.segments.data() + begin, groupEnd - begin);
-        std::sort(group.begin(), group.end(), bySecondEnd);
+        if (group.size() > 1) std::sort(group.begin(), group.end(), bySecondEnd);
         for (std::size_t i = 0; i < group.size();) {
             std::size_t end = i + 1;
             while (end < group.size() && group[end].second == group[i].second) ++end;
-            mergeRun(group.subspan(i, end - i), kept, arrivals);
+            mergeRun(group.subspan(i, end - i), kept, staying);
             i = end;
         }
         begin = groupEnd;
     }
 
+    grouped = {};
     std::vector<std::pair<int, int>> endsOf;
-    endsOf.reserve(arrivals.size());
-    set.segments.reserve(arrivals.size());
-    for (const int arrival : arrivals) {
+    endsOf.reserve(staying.size());
+    set.segments.reserve(staying.size());
+    for (std::size_t i = 0; i < staying.size(); ++i) {
         check();
-        set.segments.push_back(segments[static_cast<std::size_t>(arrival)]);
-        endsOf.push_back(set.endsOf[static_cast<std::size_t>(arrival)]);
+        if (i + kReadAhead < staying.size()) {
+            const auto later = static_cast<std::size_t>(staying[i + kReadAhead]);
+            detail::prefetch(&segments[later]);
+            detail::prefetch(&set.endsOf[later]);
+        }
+        const auto index = static_cast<std::size_t>(staying[i]);
+        set.segments.push_back(segments[index]);
+        endsOf.push_back(set.endsOf[index]);
     }
     set.endsOf = std::move(endsOf);
     return set;

@@ -1,16 +1,15 @@
 // Single segments of line work, and the set order that merges equal ones.
 #pragma once
 
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "datageo/cancel.h"
+#include "datageo/node_order.h"
 #include "tavrel/points.h"
 
 namespace calcora {
-
-/// Drawing units: ends closer than this in both coordinates are one end, and one node of the graph.
-inline constexpr double kNodeTolerance = 1e-5;
 
 /// A segment or arc from `a` to `b`; the bulge is the tangent of a quarter of its sweep.
 struct SegmentKey {
@@ -28,8 +27,11 @@ struct SegmentSet {
     std::vector<tav::Point2DF> ends;
     std::vector<std::pair<int, int>> endsOf;
 
-    /// True when every segment's ends are, bit for bit, the points that stand for them.
+    /// See NodeOrder: whether every segment's ends are, bit for bit, the points that stand for them,
+    /// whether these are the same in any order of arrival, and where their own order may not be.
     bool endsAreExact = true;
+    bool endsAreClear = true;
+    std::vector<std::pair<int, int>> columns;
 };
 
 /// Merges equal segments and puts the rest in set order.
@@ -38,9 +40,11 @@ struct SegmentSet {
 /// both coordinates and their bulges differ by less than 1e-7. Unless `directed`, each segment is
 /// compared as if turned so that its first end is the smaller (turning negates the bulge), so that a
 /// segment and its reverse are equal. Of equal segments the first stays, in its own direction.
-/// The order is that of the first ends, then of the second ends, then of the bulges (turned where
+/// Segments arrive in the order of the list or, where there are `arrivals`, as these number them from
+/// 0 on. The order is that of the first ends, then of the second ends, then of the bulges (turned where
 /// turned), ends in the order of AutoB::FuzzyPointSet::ranks().
 SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
-                              CancelCheck check = CancelCheck());
+                              CancelCheck check = CancelCheck(),
+                              std::span<const int> arrivals = {});
 
 }  // namespace calcora

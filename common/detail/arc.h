@@ -52,35 +52,116 @@ double sweepAbout(Geometry& geometry, const Point2DF& centre, const Point2DF& fr
     return clockwise ? turnBetween(last, first) : turnBetween(first, last);
 }
 
-/// Place of p along the arc from start to end as a fraction of its sweep. In the gap outside the
-/// arc the nearer end decides: beyond the gap's middle p lies before the start. Start and end in one
-/// direction: 0 for p in that direction too, otherwise infinity, which no range accepts.
-template <class Geometry>
-double sweepFraction(Geometry& geometry, const Point2DF& p, const Point2DF& centre,
-                     const Point2DF& start, const Point2DF& end, bool clockwise)
+/// A turn from an arc's start as a fraction of its sweep, both in [0, 2 pi). In the gap outside the
+/// arc the nearer end decides: beyond the gap's middle a point lies before the start. Start and end in
+/// one direction: 0 for a point in that direction too, otherwise infinity, which no range accepts.
+inline double fractionOfSweep(double turn, double sweep)
 {
-    double turn = sweepAbout(geometry, centre, start, p, clockwise);
-    const double sweep = sweepAbout(geometry, centre, start, end, clockwise);
     if (!(sweep > 0) || std::isnan(turn))
         return sweep == 0 && turn == 0 ? 0.0 : std::numeric_limits<double>::infinity();
     if (turn > sweep / 2 + kPi) turn -= kTwoPi;
     return turn / sweep;
 }
 
+/// Place of p along the arc from start to end as a fraction of its sweep.
+template <class Geometry>
+double sweepFraction(Geometry& geometry, const Point2DF& p, const Point2DF& centre,
+                     const Point2DF& start, const Point2DF& end, bool clockwise)
+{
+    const double turn = sweepAbout(geometry, centre, start, p, clockwise);
+    return fractionOfSweep(turn, sweepAbout(geometry, centre, start, end, clockwise));
+}
+
+/// The directions and points that the above ask for, of an object that overrides nothing.
+struct PlainDirections {
+    static double pointDistSquared(const Point2DF& a, const Point2DF& b)
+    {
+        return detail::pointDistSquared(a, b);
+    }
+    static double lineAngle(const Point2DF& from, const Point2DF& to)
+    {
+        return detail::lineAngle(from, to);
+    }
+    static void polarPoint(const Point2DF& base, double angle, double distance, Point2DF& out)
+    {
+        out = detail::polarPoint(base, angle, distance);
+    }
+};
+
+/// bulgeArcCircle() of an object that overrides nothing.
+inline Circle plainArcCircle(const Point2DF& p1, const Point2DF& p2, double bulge)
+{
+    PlainDirections directions;
+    return bulgeArcCircle(directions, p1, p2, bulge);
+}
+
+/// Places along an arc, as sweepFraction() has them for an object that overrides nothing; the
+/// directions of both ends are computed once, when first asked for.
+class PlainArcPlaces {
+public:
+    PlainArcPlaces() = default;
+    PlainArcPlaces(const Point2DF& centre, const Point2DF& start, const Point2DF& end,
+                   bool clockwise)
+        : centre_(centre), start_(start), end_(end), isClockwise_(clockwise)
+    {
+    }
+
+    double sweep() const
+    {
+        if (!areEndsMeasured_) {
+            startAngle_ = lineAngle(centre_, start_);
+            sweep_ = turnTo(lineAngle(centre_, end_));
+            areEndsMeasured_ = true;
+        }
+        return sweep_;
+    }
+    double fraction(const Point2DF& p) const
+    {
+        const double whole = sweep();
+        return fractionOfSweep(turnTo(lineAngle(centre_, p)), whole);
+    }
+
+private:
+    double turnTo(double angle) const
+    {
+        return isClockwise_ ? turnBetween(angle, startAngle_) : turnBetween(startAngle_, angle);
+    }
+
+    Point2DF centre_, start_, end_;
+    bool isClockwise_ = false;
+    mutable bool areEndsMeasured_ = false;
+    mutable double startAngle_ = 0.0;
+    mutable double sweep_ = 0.0;
+};
+
 /// Bulges below get the area beside their chord from the first terms of its series.
 inline constexpr double kFlatForArea = 1e-3;
 
 /// Area between an arc and its chord: the sector less the triangle, r^2 / 2 (sweep - |sin sweep|),
 /// written in the chord and |bulge|, since differences of areas of size r^2 lose everything on flat
-/// arcs.
+/// arcs. What rests on the bulge alone is kept, to be used for several chords.
+struct BesideChord {
+    double size;  ///< |bulge|
+    double radiusPerChord = 0.0;
+    double segment = 0.0;  ///< of the circle of radius 1, doubled
+
+    explicit BesideChord(double bulge) : size(std::fabs(bulge))
+    {
+        if (size < kFlatForArea) return;
+        radiusPerChord = (1 / size + size) / 4;
+        const double sweep = 4 * std::atan(size);
+        segment = sweep - std::fabs(std::sin(sweep));
+    }
+    double area(double chordSquared) const
+    {
+        if (size < kFlatForArea) return size * chordSquared / 3 * (1 + size * size / 5);
+        return chordSquared * radiusPerChord * radiusPerChord / 2 * segment;
+    }
+};
+
 inline double areaBesideChord(double chordSquared, double bulge)
 {
-    const double b = std::fabs(bulge);
-    if (b < kFlatForArea) return b * chordSquared / 3 * (1 + b * b / 5);
-    const double radiusPerChord = (1 / b + b) / 4;
-    const double sweep = 4 * std::atan(b);
-    return chordSquared * radiusPerChord * radiusPerChord / 2 *
-           (sweep - std::fabs(std::sin(sweep)));
+    return BesideChord(bulge).area(chordSquared);
 }
 
 }  // namespace calcora::detail

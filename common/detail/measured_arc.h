@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "calcora/IcommonFunc.h"
+#include "common/detail/arc.h"
+#include "common/detail/circle_memo.h"
 #include "common/detail/primitives.h"
 
 namespace calcora::detail {
@@ -48,14 +50,36 @@ struct QuadraticRoots {
 /// where its circle is  bulge (x^2 + y^2 - chord x) - (chord / 2)(1 - bulge^2) y = 0.
 class MeasuredArc {
 public:
-    MeasuredArc(IcommonFunc& common, const Point2DF& start, const Point2DF& end, double bulge)
-        : common_(common), start_(start), end_(end), bulge_(bulge), isFlat_(isFlatBulge(bulge))
+    /// `isPlain`: the object is known to override nothing. Then `circles`, which may be null, is asked
+    /// first.
+    MeasuredArc(IcommonFunc& common, bool isPlain, CircleMemo* circles, const Point2DF& start,
+                const Point2DF& end, double bulge)
+        : common_(common),
+          start_(start),
+          end_(end),
+          bulge_(bulge),
+          isPlain_(isPlain),
+          isFlat_(isFlatBulge(bulge))
     {
-        const double chordSquared = common.pointDistSquared(start, end);
+        const double chordSquared =
+            isPlain ? detail::pointDistSquared(start, end) : common.pointDistSquared(start, end);
         if (!(chordSquared > 0) || bulge == 0) return;
         chord_ = std::sqrt(chordSquared);
         along_ = {(end.x() - start.x()) / chord_, (end.y() - start.y()) / chord_};
-        if (!isFlat_) common.bulgeArcCenter(start, end, bulge, centre_, &radius_);
+        if (isFlat_) return;
+        if (!isPlain) {
+            common.bulgeArcCenter(start, end, bulge, centre_, &radius_);
+            return;
+        }
+        const Circle circle = circles ? circles->circleOf(end - start, bulge)
+                                      : plainArcCircle(Point2DF(), end - start, bulge);
+        centre_ = start + circle.centre;
+        radius_ = circle.radius;
+        places_ = PlainArcPlaces(centre_, start, end, bulge < 0);
+        const double size = std::fabs(bulge);
+        isTellable_ = kSmallestTold < size && size < 1 / kSmallestTold && chord_ > kShortestTold &&
+                      radius_ < kLargestTold && std::fabs(centre_.x()) < kLargestTold &&
+                      std::fabs(centre_.y()) < kLargestTold;
     }
 
     static bool isFlatBulge(double bulge) { return std::fabs(bulge) < kFlatBulge; }
@@ -78,20 +102,42 @@ public:
 
     double length() const
     {
-        if (!isFlat_) return common_.arcLength(centre_, radius_, start_, end_, bulge_ < 0);
-        return chord_ * (1 + bulge_ * bulge_) * std::atan(bulge_) / bulge_;
+        if (isFlat_) return chord_ * (1 + bulge_ * bulge_) * std::atan(bulge_) / bulge_;
+        if (!isPlain_) return common_.arcLength(centre_, radius_, start_, end_, bulge_ < 0);
+        return radius_ * places_.sweep();
     }
 
     /// Position of a point of the circle as a fraction of the sweep; not a number for a point that
     /// no fraction of a flat arc reaches.
     double fraction(const Point2DF& p) const
     {
+        if (!isFlat_ && isPlain_) return roundFraction(p);
         if (!isFlat_) return common_.arcSweepFraction(p, centre_, start_, end_, bulge_ < 0);
         if (p == start_) return 0.0;
         if (p == end_) return 1.0;
         const double sweep = 4 * std::atan(bulge_);
         const double x = dot(p - start_, along_);
         return 0.5 - std::asin((1 - 2 * x / chord_) * std::sin(sweep / 2)) / sweep;
+    }
+
+    /// Whether fraction(p) * length() of a meeting point lies in [lo, length() + extra].
+    ///
+    /// The chord parts the circle into the arc and the rest, and a point of the circle is at least
+    /// as far from either end, along the arc, as from the chord: far enough from it, its side
+    /// decides without an angle.
+    bool holds(const Point2DF& p, double lo, double extra) const
+    {
+        if (isTellable_ && -kWidestRange <= lo && lo <= 0 && 0 <= extra && extra <= kWidestRange) {
+            if (p == start_ || p == end_) return true;
+            const Point2DF fromCentre = p - centre_;
+            const double side = cross(along_, p - start_);
+            const double offCircle = lengthSquared(fromCentre) - radius_ * radius_;
+            if (std::fabs(offCircle) <= kOnCircle * radius_ && std::fabs(side) >= kClearSide)
+                return (side < 0) == (bulge_ > 0);
+        }
+        const double whole = length();
+        const double place = fraction(p) * whole;
+        return lo <= place && place <= whole + extra;
     }
 
     /// Whether a point of a flat arc's circle is on the near side of it at all.
@@ -147,14 +193,35 @@ private:
                chord_ / 2 * (1 - bulge_ * bulge_) * cross(along_, direction);
     }
 
+    /// Bulges, lengths of chords and sizes of circles that holds() tells places on without an angle.
+    static constexpr double kSmallestTold = 1e-5;
+    static constexpr double kShortestTold = 1e-6;
+    static constexpr double kLargestTold = 1e8;
+    /// Drawing units: the ranges beyond an arc's ends that it allows for, how far a point may be off
+    /// the circle (as a difference of squares, by the radius), and from the chord on it tells.
+    static constexpr double kWidestRange = 1e-5;
+    static constexpr double kOnCircle = 1e-5;
+    static constexpr double kClearSide = 1e-4;
+
+    /// arcSweepFraction() of a round arc.
+    double roundFraction(const Point2DF& p) const
+    {
+        if (isTellable_ && p == start_) return 0.0;
+        if (isTellable_ && p == end_) return 1.0;
+        return places_.fraction(p);
+    }
+
     IcommonFunc& common_;
     Point2DF start_, end_;
     double bulge_;
+    bool isPlain_;
     bool isFlat_;
+    bool isTellable_ = false;
     double chord_ = 0.0;
     Point2DF along_;
     Point2DF centre_;
     double radius_ = 0.0;
+    PlainArcPlaces places_;  ///< of a round arc
 };
 
 }  // namespace calcora::detail

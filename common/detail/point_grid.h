@@ -54,15 +54,6 @@ public:
         return index;
     }
 
-    /// Asks for the memory that a search near p reads first, and, once that is there, for what it
-    /// reads next: searches to come then wait together and not one after the other.
-    void prefetch(const Point2DF& p) const { fetch(&firstInBucket_[ownBucket(p)]); }
-    void prefetchNext(const Point2DF& p) const
-    {
-        const int first = firstInBucket_[ownBucket(p)];
-        if (first != kNone) fetch(&points_[static_cast<std::size_t>(first)]);
-    }
-
     /// The lowest number of a point q near p with isNear(q), kNone if there is none.
     template <class IsNear>
     int findEarliest(const Point2DF& p, IsNear&& isNear) const
@@ -126,15 +117,6 @@ private:
     std::size_t ownBucket(const Point2DF& p) const
     {
         return bucketOf(cellOf(p.x()), cellOf(p.y()));
-    }
-
-    static void fetch(const void* memory)
-    {
-#if defined(__GNUC__)
-        __builtin_prefetch(memory);
-#else
-        static_cast<void>(memory);
-#endif
     }
 
     template <class IsNear>

@@ -5,47 +5,21 @@
 #include <utility>
 
 #include "common/detail/primitives.h"
-#include "tavrel/NormalObject.h"
+#include "datageo/autob/set_nodes.h"
 
 namespace AutoB {
 
 using calcora::detail::cross;
 using calcora::detail::dot;
-using calcora::detail::kPi;
-using calcora::detail::kTwoPi;
 using calcora::detail::pointDistSquared;
 
 namespace {
 
-/// Squared distance up to which end points of a polyline repeat each other.
-constexpr double kRepeatSquared = 1e-14;
-
 /// Bulge from which a single segment is kept as an arc.
 constexpr double kEdgeArcBulge = 1e-7;
 
-/// Bulge from which a direction bends away from its chord.
-constexpr double kDirectionArcBulge = 1e-10;
-
-/// Share of the first segment at which a half-edge's direction is taken, so that arcs that leave
-/// along one tangent are told apart.
-constexpr double kDirectionShare = 0.01;
-
 /// Squared distance from a segment's line within which a point lies on it.
 constexpr double kOnSegmentSquared = 1e-12;
-
-/// Direction from p0 towards the point a hundredth along the segment or arc to p1, as atan2 gives
-/// it.
-///
-/// The chord from p0 to the point at share t of an arc of sweep s is the chord to p1 turned by
-/// -(1 - t) s / 2, which loses nothing for flat arcs far from the origin.
-double leavingAngle(const tav::Point2DF& p0, const tav::Point2DF& p1, double bulge)
-{
-    const double chord = std::atan2(p1.y() - p0.y(), p1.x() - p0.x());
-    if (!(std::fabs(bulge) >= kDirectionArcBulge)) return chord;
-    const double angle = chord - (1 - kDirectionShare) * 2 * std::atan(bulge);
-    if (angle > kPi) return angle - kTwoPi;
-    return angle < -kPi ? angle + kTwoPi : angle;
-}
 
 /// True for points within 1e-6 of the line and between its ends, seen from the nearer end.
 bool pointOnSegment(const tav::Point2DF& p, const tav::Point2DF& a, const tav::Point2DF& b)
@@ -64,7 +38,7 @@ bool pointOnSegment(const tav::Point2DF& p, const tav::Point2DF& a, const tav::P
 
 }  // namespace
 
-CAutoLoop::CAutoLoop() : geometry_(tav::kObjectCapacity) {}
+CAutoLoop::CAutoLoop() = default;
 
 CAutoLoop::~CAutoLoop() = default;
 
@@ -72,21 +46,23 @@ void CAutoLoop::addSegments(const calcora::SegmentSet& set, bool keepDirection)
 {
     calcora::CancelCheck check(cancelFlag_);
     edges_.reserve(edges_.size() + set.segments.size() * 2);
-    if (!edges_.empty() || !set.endsAreExact) {
+    lines_.reserve(lines_.size() + set.segments.size());
+    if (!edges_.empty() || !nodePoints_.empty()) {
         for (const calcora::SegmentKey& segment : set.segments) {
             check();
             addSegment(segment, keepDirection, 0);
         }
         return;
     }
-    // No two of the set's ends are within the tolerance, so they are the nodes, whatever the order.
-    nodePoints_ = set.ends;
+    SetNodes nodes = nodesOfSet(set, keepDirection, check);
+    nodePoints_ = std::move(nodes.points);
     nodesAreInSetOrder_ = true;
+    const auto& endsOf = nodes.endsOf.empty() ? set.endsOf : nodes.endsOf;
     for (std::size_t i = 0; i < set.segments.size(); ++i) {
         check();
-        const auto& [a, b, bulge] = set.segments[i];
-        if (!(pointDistSquared(a, b) > kRepeatSquared)) continue;
-        const auto [start, end] = set.endsOf[i];
+        if (!hasExtent(set.segments[i])) continue;
+        const auto [start, end] = endsOf[i];
+        const double bulge = set.segments[i].bulge;
         if (keepDirection)
             addEdge(start, end, bulge, true, 0);
         else
@@ -154,22 +130,22 @@ void CAutoLoop::addOpenPolyline(Points points, Values bulges, bool keepDirection
         return;
     }
 
-    CLoopEdge edge;
-    edge.startNode = findOrAddNode(shapePoints.first());
-    edge.endNode = findOrAddNode(shapePoints.last());
-    edge.startAngle = leavingAngle(shapePoints[0], shapePoints[1], shapeBulges[0]);
-    edge.bulge = shapeBulges[0];
-    edge.tag = tag;
-    edge.keepDirection = keepDirection;
-    const double backAngle =
-        leavingAngle(shapePoints[n - 1], shapePoints[n - 2], -shapeBulges[n - 2]);
-    const Shape shape{points, bulges};
-    addEdgePair(edge, backAngle, &shape);
+    CLoopLine line;
+    line.shape = static_cast<int>(shapes_.size());
+    line.tag = tag;
+    line.keepDirection = keepDirection;
+    const int start = findOrAddNode(shapePoints.first());
+    addEdgePair(start, findOrAddNode(shapePoints.last()), line);
+    Shape reversed{points, bulges};
+    calcora::detail::reversePoints(reversed.points);
+    calcora::detail::reverseBulges(reversed.bulges);
+    shapes_.push_back({points, bulges});
+    shapes_.push_back(std::move(reversed));
 }
 
 void CAutoLoop::addSegment(const calcora::SegmentKey& segment, bool keepDirection, int tag)
 {
-    if (!(pointDistSquared(segment.a, segment.b) > kRepeatSquared)) return;
+    if (!hasExtent(segment)) return;
     if (keepDirection) {
         const int start = findOrAddNode(segment.a);
         addEdge(start, findOrAddNode(segment.b), segment.bulge, true, tag);
@@ -181,44 +157,35 @@ void CAutoLoop::addSegment(const calcora::SegmentKey& segment, bool keepDirectio
 
 void CAutoLoop::addEdge(int startNode, int endNode, double bulge, bool keepDirection, int tag)
 {
-    CLoopEdge edge;
-    edge.startNode = startNode;
-    edge.endNode = endNode;
-    edge.bulge = std::fabs(bulge) > kEdgeArcBulge ? bulge : 0.0;
-    edge.tag = tag;
-    edge.keepDirection = keepDirection;
-    const tav::Point2DF& start = pointOf(startNode);
-    const tav::Point2DF& end = pointOf(endNode);
-    edge.startAngle = leavingAngle(start, end, edge.bulge);
-    addEdgePair(edge, leavingAngle(end, start, -edge.bulge), nullptr);
+    CLoopLine line;
+    line.bulge = std::fabs(bulge) > kEdgeArcBulge ? bulge : 0.0;
+    line.tag = tag;
+    line.keepDirection = keepDirection;
+    addEdgePair(startNode, endNode, line);
 }
 
 /// Appends a half-edge and its opposite.
-void CAutoLoop::addEdgePair(CLoopEdge edge, double backAngle, const Shape* shape)
+void CAutoLoop::addEdgePair(int startNode, int endNode, const CLoopLine& line)
 {
-    CLoopEdge opposite = edge;
-    std::swap(opposite.startNode, opposite.endNode);
-    opposite.startAngle = backAngle;
-    opposite.bulge = -edge.bulge;
-    opposite.againstInput = true;
-    if (shape) {
-        Shape reversed = *shape;
-        calcora::detail::reversePoints(reversed.points);
-        calcora::detail::reverseBulges(reversed.bulges);
-        edge.shape = static_cast<int>(shapes_.size());
-        opposite.shape = edge.shape + 1;
-        opposite.bulge = std::as_const(reversed.bulges).first();
-        shapes_.push_back(*shape);
-        shapes_.push_back(std::move(reversed));
-    }
-    edges_.push_back(edge);
-    edges_.push_back(opposite);
+    edges_.push_back({startNode, -1});
+    edges_.push_back({endNode, -1});
+    lines_.push_back(line);
 }
 
-tav::Point2DF CAutoLoop::secondPoint(const CLoopEdge& edge) const
+/// The bulge of a half-edge's first segment.
+double CAutoLoop::bulgeOf(int edge) const
 {
-    if (edge.shape < 0) return pointOf(edge.endNode);
-    return shapes_[static_cast<std::size_t>(edge.shape)].points[1];
+    const CLoopLine& line = lineOf(edge);
+    if (line.shape >= 0)
+        return shapes_[static_cast<std::size_t>(line.shape + (edge & 1))].bulges.first();
+    return (edge & 1) != 0 ? -line.bulge : line.bulge;
+}
+
+tav::Point2DF CAutoLoop::secondPoint(int edge) const
+{
+    const CLoopLine& line = lineOf(edge);
+    if (line.shape < 0) return pointOf(startOf(edge ^ 1));
+    return shapes_[static_cast<std::size_t>(line.shape + (edge & 1))].points[1];
 }
 
 int CAutoLoop::pointInPolygon(const Points& polygon, double x, double y)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>
 #include <vector>
 
-#include "common/commonFunc.h"
+#include "common/detail/ring_measure.h"
 #include "datageo/autob/FuzzyPointSet.h"
 #include "datageo/segments.h"
 #include "tavrel/Vector.h"
@@ -13,26 +14,26 @@
 
 namespace AutoB {
 
-/// A node of the graph: the place where ends of line work meet, as a range of the angular lists.
+/// One of the two directed half-edges of a polyline; its opposite is half-edge number ^ 1. The even one
+/// runs along the input, the odd one against it.
+struct CLoopEdge {
+    int startNode;
+    int next;  ///< the half-edge after it in its loop, where loops are linked before they are walked
+};
+
+/// What both half-edges of a polyline have in common.
+struct CLoopLine {
+    double bulge = 0.0;  ///< of the even half-edge's only segment, unless `shape` has several
+    int shape = -1;  ///< index of the even one's points and bulges, the odd one's follow; -1: none
+    int tag = 0;
+    bool keepDirection = false;  ///< as its polyline was added
+};
+
+/// A node as walks see it: a range of the angular lists.
 struct CLoopNode {
     std::int64_t visitStamp = -1;  ///< number of the walk that last entered the node
     int firstEdge = 0;
     int endEdge = 0;
-
-    int degree() const { return endEdge - firstEdge; }
-};
-
-/// One of the two directed half-edges of a polyline; its opposite is half-edge number ^ 1.
-struct CLoopEdge {
-    double startAngle = 0.0;  ///< atan2 of the direction in which it leaves, a hundredth along
-    double bulge = 0.0;       ///< of the only segment, unless `shape` holds several
-    int startNode = 0;
-    int endNode = 0;
-    int shape = -1;  ///< index of its points and bulges; -1: straight from node to node
-    int tag = 0;
-    bool againstInput = false;   ///< runs against the direction in which its polyline was added
-    bool keepDirection = false;  ///< as its polyline was added
-    bool alive = true;           ///< false once a finished walk has used it up
 };
 
 /// Builds closed loops from line work that meets only at its ends.
@@ -59,9 +60,11 @@ struct CLoopEdge {
 /// Lines that end freely and bridges are part of no loop. Holes are no loops of their own, but what
 /// lies inside a hole is found.
 ///
-/// The cost is near-linear: an undirected walk stays inside one biconnected block, since an
-/// excursion out of it could only come back through a node already entered. So a node where several
-/// blocks meet is walked as one node per block, and half-edges outside all blocks are never walked.
+/// The cost is linear where the lists of half-edges are those of a drawing in the plane, as they are but
+/// for rounding: then all loops are linked before they are walked (see faces.cpp). It is near-linear
+/// elsewhere: an undirected walk stays inside one biconnected block, since an excursion out of it
+/// could only come back through a node already entered. So a node where several blocks meet is walked
+/// as one node per block, and half-edges outside all blocks are never walked.
 class CAutoLoop {
 public:
     using Points = tav::Vector<tav::Point2DF>;
@@ -113,10 +116,21 @@ public:
     static int pointInPolygon(const Points& polygon, double x, double y);
 
 private:
-    /// A place in a node's angular list.
+    /// A place in a node's angular list. The angle is atan2 of the direction in which the half-edge
+    /// leaves, a hundredth along, or another figure that
+    /// grows with it where that tells all directions at the node apart.
     struct AngularEntry {
         double angle;
         int edge;
+        int target;  ///< the node at its end
+    };
+
+    /// What is known of a half-edge, as bits.
+    enum Mark : unsigned char {
+        kUsedUp = 1,      ///< a finished walk has used it up
+        kLinked = 2,      ///< its `next` holds: the loops at it are walked as linked
+        kNoLoop = 4,      ///< linked, and in no loop
+        kFaceWalked = 8,  ///< while loops are linked: its face is done
     };
 
     /// Points and bulges of a polyline of more than one segment.
@@ -146,23 +160,47 @@ private:
     // Graph: CAutoLoop.cpp
     void addOpenPolyline(Points points, Values bulges, bool keepDirection, int tag);
     void addEdge(int startNode, int endNode, double bulge, bool keepDirection, int tag);
-    void addEdgePair(CLoopEdge edge, double backAngle, const Shape* shape);
+    void addEdgePair(int startNode, int endNode, const CLoopLine& line);
     int findOrAddNode(const tav::Point2DF& point);
     const tav::Point2DF& pointOf(int node) const
     {
         return nodePoints_[static_cast<std::size_t>(node)];
     }
-    tav::Point2DF secondPoint(const CLoopEdge& edge) const;
+    int startOf(int edge) const { return edges_[static_cast<std::size_t>(edge)].startNode; }
+    const CLoopLine& lineOf(int edge) const { return lines_[static_cast<std::size_t>(edge >> 1)]; }
+    bool has(int edge, unsigned marks) const
+    {
+        return (marks_[static_cast<std::size_t>(edge)] & marks) != 0;
+    }
+    void mark(int edge, unsigned marks)
+    {
+        marks_[static_cast<std::size_t>(edge)] |= static_cast<unsigned char>(marks);
+    }
+    double bulgeOf(int edge) const;
+    double angleOf(int edge) const;
+    tav::Point2DF secondPoint(int edge) const;
 
     // Angular lists: angular_order.cpp
-    void buildAngularLists();
+    void buildAngularLists(bool trueAngles);
+    void fillAngularLists(bool trueAngles);
+    void takeTrueAngles(std::span<AngularEntry> list);
+    void keepAngles(std::span<const AngularEntry> list);
+    std::span<AngularEntry> listOf(std::size_t node);
     void splitNodesByBlock();
     void keepNodesWhole();
     int firstBelow(const CLoopNode& node, double angle) const;
 
+    // Loops linked before they are walked: faces.cpp
+    bool linkLoops();
+    void linkAroundNodes();
+    std::vector<int> componentOfNodes();
+    bool linkFace(int first, std::vector<int>& stackPlace, calcora::CancelCheck& check);
+    bool closeLinkedLoop(std::size_t from, std::vector<int>& stackPlace);
+
     // Walks: walk.cpp
     std::vector<int> orderedNodes() const;
     bool isWalkable(int edge, const Search& search) const;
+    WalkResult followLinks(int start, const Search& search);
     WalkResult walk(int start, const Search& search);
     CLoopNode& walkNodeAtEnd(int edge);
     Step enteredStep(int edge, const CLoopNode& node, const Search& search) const;
@@ -179,26 +217,34 @@ private:
     FuzzyPointSet nodeSet_{calcora::kNodeTolerance};
     std::vector<tav::Point2DF> nodePoints_;
     bool nodesAreInSetOrder_ = false;  ///< they came with a set, and nodeSet_ is empty
-    std::vector<CLoopNode> nodes_;
     std::vector<CLoopEdge> edges_;
+    std::vector<CLoopLine> lines_;
+    std::vector<unsigned char> marks_;  ///< per half-edge, Mark bits
     std::vector<Shape> shapes_;
-    std::vector<AngularEntry> angular_;
 
-    // What walks see: every node whole, or one node per block that meets there.
+    std::vector<int> listBegin_;  ///< per node, and the end of the last
+    std::vector<AngularEntry> angular_;
+    std::vector<char> isTied_;  ///< per node: directions at it are not told apart
+
+    // What walks see where loops are not linked: every node whole, or one node per block that meets
+    // there.
     std::vector<CLoopNode> walkNodes_;
     std::vector<int> walkNodeOf_;  ///< per half-edge, the node it leaves; -1: not walked
+    std::vector<double> angleOf_;  ///< per half-edge that is walked
 
     std::vector<Points> loops_;
     std::vector<Values> loopBulges_;
     std::vector<Tags> loopTags_;
     bool keepsTags_ = true;
+    bool hasWalked_ = false;  ///< a build has used up half-edges
 
     // State of the walk in progress.
     std::int64_t walkNumber_ = 0;
     std::vector<Step> path_;
-    Points outline_;
-    Values outlineBulges_;
-    commonFunc geometry_;
+    std::vector<int> way_;  ///< half-edges of the face that is being linked
+    std::vector<tav::Point2DF> outline_;
+    std::vector<double> outlineBulges_;
+    calcora::detail::RingMeasure measure_{true};
 };
 
 }  // namespace AutoB

@@ -24,10 +24,6 @@ public:
     /// Index of the earliest point equal to p, which is added when there is none.
     int findOrAdd(const tav::Point2DF& p);
 
-    /// See PointGrid.
-    void prefetch(const tav::Point2DF& p) const { grid_.prefetch(p); }
-    void prefetchNext(const tav::Point2DF& p) const { grid_.prefetchNext(p); }
-
     const std::vector<tav::Point2DF>& points() const { return grid_.points(); }
 
     /// For every point its place in the fuzzy order: by x, or by y where the x values are within

@@ -34,8 +34,8 @@ int opposite(int edge)
 void CAutoLoop::buildLoops(int mode)
 {
     try {
-        buildAngularLists();
-        splitNodesByBlock();
+        buildAngularLists(false);
+        if (!linkLoops()) splitNodesByBlock();
         walkAll({false, mode == kOutlines});
     } catch (const calcora::Cancelled&) {
         // The loops found so far are the result.
@@ -45,7 +45,7 @@ void CAutoLoop::buildLoops(int mode)
 void CAutoLoop::buildDirectedLoops()
 {
     try {
-        buildAngularLists();
+        buildAngularLists(true);
         keepNodesWhole();
         walkAll({true, false});
     } catch (const calcora::Cancelled&) {
@@ -58,7 +58,7 @@ void CAutoLoop::buildDirectedLoops()
 std::vector<int> CAutoLoop::orderedNodes() const
 {
     calcora::CancelCheck check(cancelFlag_);
-    std::vector<int> inSetOrder(nodes_.size());
+    std::vector<int> inSetOrder(nodePoints_.size());
     if (nodesAreInSetOrder_) {
         std::iota(inSetOrder.begin(), inSetOrder.end(), 0);
     } else {
@@ -68,11 +68,12 @@ std::vector<int> CAutoLoop::orderedNodes() const
     }
 
     std::vector<int> ordered;
-    ordered.reserve(nodes_.size());
+    ordered.reserve(nodePoints_.size());
     const auto append = [&](auto accepts) {
         for (const int node : inSetOrder) {
             check();
-            if (accepts(nodes_[static_cast<std::size_t>(node)].degree())) ordered.push_back(node);
+            const auto n = static_cast<std::size_t>(node);
+            if (accepts(listBegin_[n + 1] - listBegin_[n])) ordered.push_back(node);
         }
     };
     append([](int degree) { return degree > 2; });
@@ -83,24 +84,47 @@ std::vector<int> CAutoLoop::orderedNodes() const
 
 bool CAutoLoop::isWalkable(int edge, const Search& search) const
 {
-    const CLoopEdge& half = edges_[static_cast<std::size_t>(edge)];
-    if (!half.alive || walkNodeOf_[static_cast<std::size_t>(edge)] < 0) return false;
-    return !search.directed || half.againstInput;
+    if (has(edge, kUsedUp | kNoLoop)) return false;
+    if (has(edge, kLinked)) return true;
+    if (walkNodeOf_[static_cast<std::size_t>(edge)] < 0) return false;
+    return !search.directed || (edge & 1) != 0;
 }
 
 /// Starts a walk from every half-edge of every node.
 void CAutoLoop::walkAll(const Search& search)
 {
+    hasWalked_ = true;
     for (const int n : orderedNodes()) {
-        const CLoopNode node = nodes_[static_cast<std::size_t>(n)];
-        for (int place = node.firstEdge; place < node.endEdge; ++place) {
+        const int end = listBegin_[static_cast<std::size_t>(n) + 1];
+        for (int place = listBegin_[static_cast<std::size_t>(n)]; place < end; ++place) {
             const int edge = angular_[static_cast<std::size_t>(place)].edge;
             if (!isWalkable(edge, search)) continue;
             ++walkNumber_;
             if (!search.directed && calcora::isRaised(cancelFlag_)) return;
-            if (walk(edge, search) == WalkResult::Accepted) recordLoop();
+            const WalkResult result =
+                has(edge, kLinked) ? followLinks(edge, search) : walk(edge, search);
+            if (result == WalkResult::Accepted) recordLoop();
         }
     }
+}
+
+/// The walk along the links of a loop: its half-edges are used up, whatever becomes of it.
+CAutoLoop::WalkResult CAutoLoop::followLinks(int start, const Search& search)
+{
+    path_.clear();
+    outline_.clear();
+    outlineBulges_.clear();
+    int edge = start;
+    do {
+        const double bulge = lineOf(edge).bulge;
+        outline_.push_back(pointOf(startOf(edge)));
+        outlineBulges_.push_back((edge & 1) != 0 ? -bulge : bulge);
+        if (keepsTags_) path_.push_back({edge});
+        mark(edge, kUsedUp);
+        edge = edges_[static_cast<std::size_t>(edge)].next;
+    } while (edge != start);
+    return loopAreaNotNegative() == search.acceptNotNegative ? WalkResult::Accepted
+                                                             : WalkResult::Dropped;
 }
 
 /// One walk. Finished walks have used their half-edges up; the outline of a closed one is left in
@@ -133,8 +157,8 @@ CAutoLoop::WalkResult CAutoLoop::walk(int start, const Search& search)
             path_.pop_back();
             continue;
         }
-        if (search.directed && !edges_[static_cast<std::size_t>(candidate)].againstInput) {
-            edges_[static_cast<std::size_t>(candidate)].alive = false;
+        if (search.directed && (candidate & 1) == 0) {
+            mark(candidate, kUsedUp);
             useUpPath();
             return WalkResult::DeadEnd;
         }
@@ -154,7 +178,7 @@ CLoopNode& CAutoLoop::walkNodeAtEnd(int edge)
 CAutoLoop::Step CAutoLoop::enteredStep(int edge, const CLoopNode& node, const Search& search) const
 {
     using namespace calcora::detail;
-    double back = edges_[static_cast<std::size_t>(opposite(edge))].startAngle;
+    double back = angleOf_[static_cast<std::size_t>(opposite(edge))];
     if (search.directed) {
         if (back < -kPi + kBackTurn) back += kTwoPi;
         back -= kBackTurn;
@@ -173,9 +197,7 @@ int CAutoLoop::takeCandidate(Step& step, const CLoopNode& node) const
         }
         if (step.wrapped && step.nextCandidate >= step.firstCandidate) return -1;
         const int candidate = angular_[static_cast<std::size_t>(step.nextCandidate++)].edge;
-        if (edges_[static_cast<std::size_t>(candidate)].alive &&
-            !runsStraightBack(candidate, step.edge))
-            return candidate;
+        if (!has(candidate, kUsedUp) && !runsStraightBack(candidate, step.edge)) return candidate;
     }
 }
 
@@ -185,11 +207,11 @@ bool CAutoLoop::runsStraightBack(int candidate, int last) const
 {
     const int startNode = walkNodeOf_[static_cast<std::size_t>(path_.front().edge)];
     if (walkNodeOf_[static_cast<std::size_t>(opposite(candidate))] != startNode) return false;
-    const CLoopEdge& forward = edges_[static_cast<std::size_t>(candidate)];
-    const CLoopEdge& back = edges_[static_cast<std::size_t>(opposite(last))];
+    const int back = opposite(last);
     const double distance =
-        calcora::detail::pointDistSquared(secondPoint(forward), secondPoint(back));
-    return distance < kSamePointSquared && std::fabs(forward.bulge - back.bulge) < kSameBulge;
+        calcora::detail::pointDistSquared(secondPoint(candidate), secondPoint(back));
+    return distance < kSamePointSquared &&
+           std::fabs(bulgeOf(candidate) - bulgeOf(back)) < kSameBulge;
 }
 
 CAutoLoop::WalkResult CAutoLoop::closeWalk(const Search& search)
@@ -205,7 +227,7 @@ CAutoLoop::WalkResult CAutoLoop::closeWalk(const Search& search)
 
 void CAutoLoop::useUpPath()
 {
-    for (const Step& step : path_) edges_[static_cast<std::size_t>(step.edge)].alive = false;
+    for (const Step& step : path_) mark(step.edge, kUsedUp);
 }
 
 /// Points and bulges of the closed path: every half-edge without its last point.
@@ -214,23 +236,28 @@ void CAutoLoop::traceOutline()
     outline_.clear();
     outlineBulges_.clear();
     for (const Step& step : path_) {
-        const CLoopEdge& edge = edges_[static_cast<std::size_t>(step.edge)];
-        if (edge.shape < 0) {
-            outline_.append(pointOf(edge.startNode));
-            outlineBulges_.append(edge.bulge);
+        const CLoopLine& line = lineOf(step.edge);
+        if (line.shape < 0) {
+            outline_.push_back(pointOf(startOf(step.edge)));
+            outlineBulges_.push_back((step.edge & 1) != 0 ? -line.bulge : line.bulge);
             continue;
         }
-        const Shape& shape = shapes_[static_cast<std::size_t>(edge.shape)];
+        const Shape& shape = shapes_[static_cast<std::size_t>(line.shape + (step.edge & 1))];
         for (int i = 0; i + 1 < shape.points.size(); ++i) {
-            outline_.append(shape.points[i]);
-            outlineBulges_.append(shape.bulges[i]);
+            outline_.push_back(shape.points[i]);
+            outlineBulges_.push_back(shape.bulges[i]);
         }
     }
 }
 
 bool CAutoLoop::loopAreaNotNegative()
 {
-    return geometry_.bulgePolygonArea(outline_, outlineBulges_) > kNegativeArea;
+    const double area =
+        outline_.empty()
+            ? 0.0
+            : measure_.polygonArea(outline_.data(), static_cast<int>(outline_.size()),
+                                   outlineBulges_.data(), static_cast<int>(outlineBulges_.size()));
+    return area > kNegativeArea;
 }
 
 void CAutoLoop::recordLoop()
@@ -238,14 +265,12 @@ void CAutoLoop::recordLoop()
     if (keepsTags_) {
         Tags tags;
         tags.reserve(static_cast<int>(path_.size()));
-        for (const Step& step : path_)
-            tags.append(static_cast<unsigned>(edges_[static_cast<std::size_t>(step.edge)].tag));
+        for (const Step& step : path_) tags.append(static_cast<unsigned>(lineOf(step.edge).tag));
         loopTags_.push_back(std::move(tags));
     }
     // Copies sized to the loop: the work lists keep their room for the next one.
-    loops_.emplace_back(std::as_const(outline_).begin(), std::as_const(outline_).end());
-    loopBulges_.emplace_back(std::as_const(outlineBulges_).begin(),
-                             std::as_const(outlineBulges_).end());
+    loops_.emplace_back(outline_.begin(), outline_.end());
+    loopBulges_.emplace_back(outlineBulges_.begin(), outlineBulges_.end());
     useUpPath();
 }
 

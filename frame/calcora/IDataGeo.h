@@ -34,7 +34,8 @@ public:
     ///                         between 1e-7 and 1e-5 long can give outlines of one point.
     /// @param cancel           may be null; raised by another thread it stops the work. Raised while
     ///                         segments are cut it leaves no loops, later the loops found so far.
-    ///                         Even on a million segments the call then ends within 50 ms.
+    ///                         Even on a million segments the call then ends within 50 ms; more
+    ///                         than 65,536 loops may then stand in the order found.
     /// @param snapTolerance    drawing units: points within it in both coordinates of an earlier point
     ///                         take that point's place (of several, the earliest's); not above 0 snaps
     ///                         nothing

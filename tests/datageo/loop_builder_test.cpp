@@ -1,21 +1,20 @@
-// The loop builder: graph, walks, and agreement with the plain formulation of the walk.
+// Line work in two steps: segments divided at their crossings, equal ones merged; and loops of the
+// pieces, in agreement with the plain formulation of the walk.
 #include "datageo/autob/CAutoLoop.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <map>
-#include <random>
 #include <set>
 
-#include "common/commonFunc.h"
+#include "datageo/CAutoDiv.h"
+#include "datageo/autob/FuzzyPointSet.h"
+#include "tests/support/edges.h"
 
 namespace {
 
+using namespace test_support;
 using AutoB::CAutoLoop;
+using calcora::CAutoDiv;
 using calcora::SegmentKey;
-using tav::Point2DF;
 using Loop = std::vector<Point2DF>;
 
 std::vector<Loop> loopsOf(const CAutoLoop& builder)
@@ -202,19 +201,25 @@ TEST(LoopBuilder, FindsWhatThePlainWalkFinds)
 
 TEST(LoopBuilder, OrdersManyHalfEdgesOfANodeAsInsertionDoes)
 {
-    // A wheel with 150 spokes, its rim added first: the hub's list is built by sorting.
-    std::vector<SegmentKey> edges;
-    const auto rim = [](int i) {
-        return Point2DF(std::round(1e4 * std::cos(i * M_PI / 75)),
-                        std::round(1e4 * std::sin(i * M_PI / 75)));
-    };
-    for (int i = 0; i < 150; ++i) edges.push_back({rim(i), rim((i + 1) % 150), 0.0});
-    for (int i = 0; i < 150; ++i) edges.push_back({rim(i * 7 % 150), {0, 0}, 0.0});
-    CAutoLoop builder;
-    for (const SegmentKey& edge : edges) builder.addSegment(edge, true, 0);
-    builder.buildLoops(0);
-    EXPECT_EQ(builder.loops().size(), 150u);
-    EXPECT_EQ(loopsOf(builder), PlainBuilder(edges, true).build(false, false));
+    // Wheels with 150 spokes, one or two in each direction: the hub's list is built by sorting.
+    for (const int wheels : {1, 2}) {
+        std::vector<SegmentKey> edges;
+        const auto rim = [](int i, int size) {
+            const Point2DF p = 1e4 * direction(i * M_PI / 75);
+            return size * Point2DF(std::round(p.x()), std::round(p.y()));
+        };
+        for (int i = 0; i < 150 * wheels; ++i)
+            edges.push_back(
+                {rim(i, 1 + i / 150), rim(i / 150 * 150 + (i + 1) % 150, 1 + i / 150), 0.0});
+        for (int i = 0; i < 150 * wheels; ++i) {
+            const Point2DF end = rim(i * 7 % 150, 1 + i / 150), hub;
+            edges.push_back(i % 4 ? SegmentKey{end, hub, 0.0} : SegmentKey{hub, end, 0.0});
+        }
+        CAutoLoop builder;
+        for (const SegmentKey& edge : edges) builder.addSegment(edge, true, 0);
+        builder.buildLoops(0);
+        EXPECT_EQ(loopsOf(builder), PlainBuilder(edges, true).build(false, false));
+    }
 }
 
 TEST(LoopBuilder, KeepsShapesAndTagsOfPolylines)
@@ -236,19 +241,6 @@ TEST(LoopBuilder, KeepsShapesAndTagsOfPolylines)
               (std::set<unsigned>{3, 5}));
 }
 
-TEST(LoopBuilder, StopsBeforeAWalkAndCanGoOn)
-{
-    bool cancel = true;
-    CAutoLoop builder;
-    builder.setCancelFlag(&cancel);
-    builder.addPolyline({{0, 0}, {1, 0}, {1, 1}, {0, 0}}, {0, 0, 0, 0}, true, 0);
-    for (const std::size_t loops : {0u, 1u, 1u}) {
-        builder.buildLoops(0);
-        EXPECT_EQ(builder.loops().size(), loops);
-        cancel = false;
-    }
-}
-
 TEST(LoopBuilder, LocatesPointsByTheHalfOpenRule)
 {
     const std::tuple<double, double, int> cases[] = {
@@ -259,6 +251,150 @@ TEST(LoopBuilder, LocatesPointsByTheHalfOpenRule)
     const CAutoLoop::Points far{{5e5, 4e6}, {5e5 + 871, 4e6 + 491}, {5e5, 4e6 + 1000}};
     for (int i = 1; i < 100; ++i)
         EXPECT_EQ(CAutoLoop::pointInPolygon(far, 5e5 + 8.71 * i, 4e6 + 4.91 * i), 0) << i;
+}
+
+std::vector<SegmentKey> divided(const std::vector<SegmentKey>& segments, bool directed = false)
+{
+    CAutoDiv divider;
+    for (const SegmentKey& segment : segments) divider.addSegment(segment, 1, 0);
+    divider.divide(directed);
+    return divider.takePieces().segments;
+}
+
+TEST(Divider, CutsCrossingsTouchesAndOverlaps)
+{
+    struct Case {
+        const char* what;
+        std::vector<SegmentKey> segments;
+        std::size_t pieces;
+        bool directed = false;
+    };
+    const std::vector<Case> cases{
+        {"X", {{{0, 0}, {2, 2}, 0}, {{0, 2}, {2, 0}, 0}}, 4},
+        {"T", {{{0, 0}, {2, 0}, 0}, {{1, 0}, {1, 2}, 0}}, 3},
+        {"overlap", {{{0, 0}, {2, 0}, 0}, {{1, 0}, {3, 0}, 0}}, 3},
+        {"twice", {{{0, 0}, {2, 0}, 0}, {{2, 0}, {0, 0}, 0}}, 1},
+        {"twice, directed", {{{0, 0}, {2, 0}, 0}, {{2, 0}, {0, 0}, 0}}, 2, true},
+        {"arc twice", {{{0, 0}, {2, 0}, 0.5}, {{2, 0}, {0, 0}, -0.5}}, 1},
+        {"lens", {{{0, 0}, {2, 0}, 0.5}, {{0, 0}, {2, 0}, -0.5}}, 2},
+        {"overlapping arcs of one circle",
+         {{{1, 0}, {0, 1}, std::tan(M_PI / 8)},
+          {{std::cos(M_PI / 4), std::sin(M_PI / 4)},
+           {-std::cos(M_PI / 4), std::sin(M_PI / 4)},
+           std::tan(M_PI / 8)}},
+         3},
+        {"too small to cut each other", {{{0, 0}, {0.02, 0.02}, 0}, {{0, 0.02}, {0.02, 0}, 0}}, 2},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(divided(c.segments, c.directed).size(), c.pieces) << c.what;
+}
+
+TEST(Divider, SharesTheSweepOfACutArc)
+{
+    // Half circle below the chord, cut by a line at 60 degrees from its start.
+    const auto pieces = divided({{{-1, 0}, {1, 0}, 1.0}, {{0, 0}, {-1, -std::sqrt(3.0)}, 0.0}});
+    std::vector<double> sweeps;
+    for (const SegmentKey& piece : pieces)
+        if (piece.bulge != 0) sweeps.push_back(4 * std::atan(piece.bulge));
+    std::sort(sweeps.begin(), sweeps.end());
+    ASSERT_TRUE(pieces.size() == 4 && sweeps.size() == 2);
+    EXPECT_NEAR(sweeps[0], M_PI / 3, 1e-9);
+    EXPECT_NEAR(sweeps[0] + sweeps[1], M_PI, 1e-12);
+}
+
+TEST(Divider, GivesVerticesBackBitForBit)
+{
+    // A star of corner-sharing and T-touching segments at survey coordinates.
+    std::mt19937 random(3);
+    std::vector<Point2DF> vertices;
+    while (vertices.size() < 60) vertices.push_back(randomPoint(random, kSurvey, 500));
+    std::vector<SegmentKey> segments;
+    for (std::size_t i = 0; i + 2 < vertices.size(); i += 2) {
+        segments.push_back({vertices[i], vertices[i + 1], 0});
+        segments.push_back({vertices[i + 1], vertices[i + 2], 0});
+    }
+    const auto pieces = divided(segments);
+    for (const Point2DF& vertex : vertices)
+        for (const SegmentKey& piece : pieces)
+            for (const Point2DF& end : {piece.a, piece.b})
+                EXPECT_TRUE(vertex == end || vertex.distanceTo(end) >= 1e-6);
+}
+
+TEST(Divider, CutsWithSegmentsThatStayWhole)
+{
+    CAutoDiv divider;
+    divider.addSegment({{0, 0}, {2, 2}, 0}, 1, 0);
+    divider.addSegment({{0, 2}, {2, 0}, 0}, 0, 0);
+    divider.divide(false);
+    EXPECT_EQ(divider.pieces().segments.size(), 2u) << "the second cuts without being cut";
+}
+
+TEST(FuzzyPointSet, FindsTheEarliestEqualPoint)
+{
+    for (const double scale : {1.0, 1e-5, 3e4}) {
+        std::mt19937 random(11);
+        std::uniform_int_distribution<int> step(-40, 40);
+        AutoB::FuzzyPointSet set(4.5 * scale);
+        std::vector<Point2DF> kept;
+        for (int i = 0; i < 2000; ++i) {
+            const Point2DF p(step(random) * scale, step(random) * scale);
+            std::size_t expected = 0;
+            while (expected < kept.size() &&
+                   !(std::fabs(kept[expected].x() - p.x()) < 4.5 * scale &&
+                     std::fabs(kept[expected].y() - p.y()) < 4.5 * scale))
+                ++expected;
+            if (expected == kept.size()) kept.push_back(p);
+            ASSERT_EQ(set.findOrAdd(p), static_cast<int>(expected));
+        }
+    }
+    AutoB::FuzzyPointSet none(0.0);
+    EXPECT_TRUE(none.findOrAdd({1, 1}) == 0 && none.findOrAdd({1, 1}) == 1);
+    AutoB::FuzzyPointSet huge(1e-5);
+    EXPECT_EQ(huge.findOrAdd({1e300, -1e300}), 0);
+    EXPECT_EQ(huge.findOrAdd({1e300, -1e300}), 0);
+}
+
+TEST(SegmentOrder, AgreesWithAnOrderedInsertion)
+{
+    // Where the fuzzy order is transitive (coordinates on a coarse grid with jitter below the
+    // tolerance) the merged list is what inserting into an ordered set gives.
+    std::mt19937 random(5);
+    const auto cell = [&] { return static_cast<int>(random() % 5); };
+    const auto any = [&] { return cell() + uniform(random, -2e-6, 2e-6); };
+    for (int round = 0; round < 200; ++round) {
+        std::vector<SegmentKey> segments;
+        for (int i = 0; i < 40; ++i)
+            segments.push_back({{any(), any()}, {any(), any()}, 0.25 * (cell() - 2)});
+        for (const bool directed : {false, true}) {
+            const auto comparePoints = [](const Point2DF& p, const Point2DF& q) {
+                if (std::fabs(p.x() - q.x()) >= 1e-5) return p.x() < q.x() ? -1 : 1;
+                if (std::fabs(p.y() - q.y()) >= 1e-5) return p.y() < q.y() ? -1 : 1;
+                return 0;
+            };
+            const auto turned = [&](SegmentKey s) {
+                if (!directed && comparePoints(s.b, s.a) < 0) s = {s.b, s.a, -s.bulge};
+                return s;
+            };
+            const auto compare = [&](const SegmentKey& s, const SegmentKey& t) {
+                const SegmentKey u = turned(s), v = turned(t);
+                if (const int c = comparePoints(u.a, v.a)) return c;
+                if (const int c = comparePoints(u.b, v.b)) return c;
+                if (std::fabs(u.bulge - v.bulge) < 1e-7) return 0;
+                return u.bulge < v.bulge ? -1 : 1;
+            };
+            const auto less = [&](const SegmentKey& s, const SegmentKey& t) {
+                return compare(s, t) < 0;
+            };
+            const std::set<SegmentKey, decltype(less)> expected(segments.begin(), segments.end(),
+                                                                less);
+            const auto merged = calcora::mergeEqualSegments(segments, directed).segments;
+            ASSERT_EQ(merged.size(), expected.size());
+            const auto same = [](const SegmentKey& s, const SegmentKey& t) {
+                return s.a == t.a && s.b == t.b && s.bulge == t.bulge;
+            };
+            EXPECT_TRUE(std::equal(merged.begin(), merged.end(), expected.begin(), same));
+        }
+    }
 }
 
 }  // namespace

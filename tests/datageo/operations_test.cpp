@@ -1,33 +1,24 @@
 // Point location, crossings into lists, arc extremes, lengths and areas of IDataGeo.
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <random>
-
 #include "datageo/DataGeo.h"
+#include "tests/support/edges.h"
 
 namespace {
 
-using Points = DataGeo::Points;
-using Values = DataGeo::Values;
-using tav::Point2DF;
+using namespace test_support;
+
+DataGeo data(0);
 
 const double kQuarter = std::tan(M_PI / 8);
 
-/// Rounded rectangle with axis-parallel sides, counter-clockwise from the lower side.
-Points roundedRectangle(double x, double y, double w, double h, double r)
-{
-    return {{x + r, y},         {x + w - r, y}, {x + w, y + r}, {x + w, y + h - r},
-            {x + w - r, y + h}, {x + r, y + h}, {x, y + h - r}, {x, y + r}};
-}
+/// A rectangle of 12 by 8, its corners rounded by 2, counter-clockwise from the lower side.
+const Points kRounded{{2, 0}, {10, 0}, {12, 2}, {12, 6}, {10, 8}, {2, 8}, {0, 6}, {0, 2}};
 const Values kRoundedBulges{0, kQuarter, 0, kQuarter, 0, kQuarter, 0, kQuarter};
 
 TEST(DataGeo, LocatesPointsInFiguresWithArcsAtAnyCoordinates)
 {
-    DataGeo data(0);
     for (const Point2DF& shift : {Point2DF(0, 0), Point2DF(123456.789, 5123456.321)}) {
         const auto locate = [&](double px, double py) {
-            Points ring = roundedRectangle(shift.x(), shift.y(), 12, 8, 2);
+            Points ring = moved(kRounded, shift);
             Values bulges = kRoundedBulges;
             return data.pointInBulgePolygon(ring, bulges, shift + Point2DF(px, py));
         };
@@ -52,14 +43,13 @@ TEST(DataGeo, LocatesPointsInFiguresWithArcsAtAnyCoordinates)
 
 TEST(DataGeo, CutsArcsAtTheirExtremes)
 {
-    DataGeo data(0);
     for (const double shift : {0.0, 4e6}) {
         Points cut;
         Values bulges;
         // A rounded rectangle: every extreme coincides with a vertex up to rounding, whatever side
         // it falls on, and the straight sides stay straight.
-        data.insertArcExtremes(roundedRectangle(shift, 1, 12, 8, 2), kRoundedBulges, true, true,
-                               true, cut, bulges);
+        data.insertArcExtremes(moved(kRounded, {shift, 1}), kRoundedBulges, true, true, true, cut,
+                               bulges);
         ASSERT_EQ(cut.size(), 9);
         for (int i = 0; i < 9; ++i)
             EXPECT_NEAR(bulges[i], i % 2 && i < 8 ? kQuarter : 0, 1e-5) << i;
@@ -71,6 +61,14 @@ TEST(DataGeo, CutsArcsAtTheirExtremes)
     EXPECT_EQ(own.size(), 4);
     EXPECT_EQ(ownBulges.size(), 4);
 
+    // So steep that both ends lie in one direction from the centre: no sweep to cut.
+    for (const auto& [steep, count] : {std::pair{1e15, 7}, {1e17, 4}, {1e150, 4}}) {
+        data.insertArcExtremes({{0, 0}, {1, 0}, {0.5, 3}}, {steep}, true, true, true, own,
+                               ownBulges);
+        EXPECT_EQ(own.size(), count) << steep;
+        EXPECT_EQ(ownBulges.size(), count) << steep;
+    }
+
     Points extremes{{9, 9}};
     Values positions{7};
     data.segmentArcExtremes(3, {1, 0}, {0, -1}, std::tan(3 * M_PI / 8), true, true, extremes,
@@ -81,7 +79,6 @@ TEST(DataGeo, CutsArcsAtTheirExtremes)
 
 TEST(DataGeo, MeasuresLists)
 {
-    DataGeo data(0);
     EXPECT_EQ(data.bulgeChordArea({0, 0}, {1, 0}, 9e-13), 0);
     EXPECT_NEAR(data.polylineLengthWithBulges({{0, 0}, {2, 0}}, {1, 1}, true), 2 * M_PI, 1e-12);
     EXPECT_EQ(data.polylineLengthWithBulges({{0, 0}, {2, 0}, {2, 3}}, {0, 0}, false), -1.0);
@@ -91,7 +88,6 @@ TEST(DataGeo, MeasuresLists)
 
 TEST(DataGeo, ListsCrossings)
 {
-    DataGeo data(0);
     Points points{{9, 9}};
     Values params{9};
     const Points zigzag{{0, -1}, {1, 1}, {2, -1}, {3, 1}};
