@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Call call(source);
     fuzz::Outcome outcome;
     outcome.isWanted = false;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 8; ++i) {
         call.refusedCreation = source.oneIn(8) ? source.below(4) : -1;
         const int which = source.below(static_cast<int>(operations.size()));
         call.run(operations[static_cast<std::size_t>(which)], outcome);

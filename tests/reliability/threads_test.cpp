@@ -1,6 +1,8 @@
 // Four threads with objects of their own, and one object counted from four threads.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <random>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -68,6 +70,27 @@ TEST(Threads, CountReferencesAndShareListsSafely)
     EXPECT_EQ(path->addRef(), 2);
     EXPECT_EQ(path->release(), 1);
     EXPECT_EQ(shared.at(0).size(), 3);
+}
+
+TEST(Threads, StopAnExtractionOfAnother)
+{
+    fuzz::loadPlugins();
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> at(0, 1000);
+    IDataGeo::PointLists lines, loops;
+    IDataGeo::ValueLists bulges, loopBulges;
+    for (int i = 0; i < 3000; ++i) {
+        lines.append(IDataGeo::Points{{at(random), at(random)}, {at(random), at(random)}});
+        bulges.append(IDataGeo::Values{0, 0});
+    }
+    bool cancel = false;
+    const auto dataGeo = tav::Ref<IDataGeo>::create();
+    std::thread asking([&] { std::atomic_ref(cancel).store(true); });
+    dataGeo->buildRegions(lines, bulges, loops, loopBulges, false, &cancel, 0);
+    asking.join();
+    EXPECT_EQ(loops.size(), loopBulges.size());
+    dataGeo->buildRegions(lines, bulges, loops, loopBulges, false, &cancel, 0);
+    EXPECT_TRUE(loops.isEmpty()) << "raised before it began";
 }
 
 }  // namespace
