@@ -1,13 +1,8 @@
-#include <gtest/gtest.h>
-
-#include "common/commonFunc.h"
 #include "tests/support/edges.h"
 
 namespace {
 
 using namespace test_support;
-
-commonFunc geometry(4);
 
 /// Two whole edges, their ends included; repeats are removed.
 Found meet(const Edge& a, const Edge& b)
@@ -103,12 +98,7 @@ TEST(Arcs, MeetAtTheStatedPlaces)
     const Edge flatHead{flat.start, flat.at(0.5), halfOfFlat};
     const Edge flatTail{flat.at(0.5), flat.end, halfOfFlat};
     const Edge lens{{0, 0}, {3.3, 1.7}, 0.4};
-    struct Case {
-        const char* what;
-        Edge a, b;
-        std::vector<double> params;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, Edge, Edge, std::vector<double>> cases[] = {
         {"overlap", upper, on(kPi / 2, kPi), {0.5, 1}},
         {"overlap backwards", upper, on(3 * kPi / 2, -kPi), {0.5, 1}},
         {"the same", upper, upper, {0, 1}},
@@ -120,27 +110,132 @@ TEST(Arcs, MeetAtTheStatedPlaces)
         {"arc and flat arc, both ends", lens, {lens.end, lens.start, 3e-7}, {1, 0}},
     };
     for (const Point2DF& origin : {Point2DF(), kSurvey}) {
-        for (const Case& c : cases) {
-            SCOPED_TRACE(testing::Message() << c.what << " at " << origin.x());
-            const Found found = meet(c.a.movedBy(origin), c.b.movedBy(origin));
-            ASSERT_EQ(found.params.size(), c.params.size());
-            for (std::size_t i = 0; i < c.params.size(); ++i)
-                EXPECT_NEAR(found.params[i], c.params[i], 1e-3);
+        for (const auto& [what, a, b, params] : cases) {
+            SCOPED_TRACE(testing::Message() << what << " at " << origin.x());
+            const Found found = meet(a.movedBy(origin), b.movedBy(origin));
+            ASSERT_EQ(found.params.size(), params.size());
+            for (std::size_t i = 0; i < params.size(); ++i)
+                EXPECT_NEAR(found.params[i], params[i], 1e-3);
         }
     }
 }
 
-/// Any values at all: results stay within their bounds, finite, and behind the count nothing moves.
-TEST(Arcs, SurviveAnyValues)
+TEST(LineThroughTwoPoints, MeetsTheCircle)
 {
-    std::mt19937 random(24);
-    const double odd[] = {0,    1,     -1,   1e-300, 1e300, -1e155, kNan, kInfinity, -kInfinity,
-                          1e-7, 5e-11, 5e-7, 2,      4e6,   1e-162, 3,    0.5,       1e17};
-    const auto any = [&] { return odd[static_cast<std::size_t>(uniform(random, 0, 17.99))]; };
-    for (int i = 0; i < 100000 && !HasFailure(); ++i) {
-        const Edge a{{any(), any()}, {any(), any()}, any()};
-        const Edge b{i % 3 ? Point2DF(any(), any()) : a.end, {any(), any()}, any()};
-        meet(a, b);
+    const auto meet = [&](double radius, double y) {
+        Point2DF p[2] = {kUntouched, kUntouched};
+        geometry.intersectLineCircle(kSurvey, radius, kSurvey + Point2DF(-2, y),
+                                     kSurvey + Point2DF(2, y), p[0], p[1]);
+        const int count = (p[0] != kUntouched) + (p[1] != kUntouched);
+        for (int k = 0; k < count; ++k) EXPECT_NEAR(dist(p[k], kSurvey), radius, 2e-9) << y;
+        EXPECT_TRUE(count < 2 || p[0].x() < p[1].x());
+        return count;
+    };
+    EXPECT_EQ(meet(1, 0.5), 2);
+    EXPECT_TRUE(meet(1, -1.0009) == 1 && meet(1, 1.0011) == 0);
+    EXPECT_TRUE(meet(-1, 0) == 0 && meet(1, kNan) == 0);
+}
+
+/// Every slope and scale of coefficients: as many points as the distance says, on both figures.
+TEST(LineByEquation, MeetsTheCircle)
+{
+    std::mt19937 random(2);
+    for (int i = 0; i < 20000; ++i) {
+        double coefficients[] = {uniform(random, 0.2, 1), uniform(random, -1, -0.2)};
+        const double scale = std::pow(10, uniform(random, -4, 4));
+        coefficients[i % 2] *= std::pow(10, uniform(random, -9, 0));
+        const double a = scale * coefficients[0], b = scale * coefficients[1];
+        if (std::fabs(a) < 2e-10 || std::fabs(b) < 2e-10) continue;
+        const double norm = std::sqrt(a * a + b * b);
+        const double radius = std::pow(10, uniform(random, -2, 4));
+        const double distance = radius * uniform(random, 0, 1.5);
+        const Point2DF centre = randomPoint(random, {}, 9);
+        const double c = distance * norm - a * centre.x() - b * centre.y();
+        Point2DF points[2] = {kUntouched, kUntouched};
+        const int count =
+            geometry.intersectLineCircleEq(centre, radius, a, b, c, points[0], points[1]);
+        SCOPED_TRACE(testing::Message() << i << " a " << a << " b " << b << " r " << radius);
+        ASSERT_EQ(count, distance < radius ? 2 : 0);
+        for (const Point2DF& p : points) {
+            ASSERT_EQ(p == kUntouched, count == 0);
+            if (count == 0) continue;
+            ASSERT_NEAR((a * p.x() + b * p.y() + c) / norm, 0, 1e-14 * (radius + 20));
+            ASSERT_NEAR(dist(p, centre), radius, 1e-13 * (radius + 20));
+        }
+        ASSERT_GE(points[0].y(), points[1].y());
+    }
+    const std::tuple<double, double, double, int> cases[] = {
+        {0, 1, -1, 2},       {0, 1, -2, 1},    {-2, 0, 2, 2},         {1, 0, 0, 1},
+        {0.6, 0.8, -2.4, 1}, {1e-6, 1, -3, 0}, {1e-11, -1e-11, 0, 0}, {1, kInfinity, 0, 0}};
+    for (const auto& [a, b, c, count] : cases) {
+        Point2DF p[2] = {kUntouched, kUntouched};
+        ASSERT_EQ(geometry.intersectLineCircleEq({1, 1}, 1, a, b, c, p[0], p[1]), count);
+        EXPECT_EQ((p[0] != kUntouched) + (p[1] != kUntouched), count);
+        for (int k = 0; k < count; ++k)
+            EXPECT_NEAR(std::fabs(a * p[k].x() + b * p[k].y() + c) + dist(p[k], {1, 1}), 1, 1e-9);
+    }
+}
+
+/// Circles of any two sizes through one point, also an enormous and a small one.
+TEST(TwoCircles, MeetOnBoth)
+{
+    std::mt19937 random(4);
+    for (int i = 0; i < 5000; ++i) {
+        const Point2DF c1 = i % 2 ? kSurvey : Point2DF();
+        const double r1 = std::pow(10, uniform(random, -1, 3));
+        const double angle = i % 5 ? uniform(random, 0, 7) : (i % 4) * kPi / 2;
+        const double turn = uniform(random, 0.1, 3);
+        const Point2DF place = c1 + r1 * direction(angle + turn);  // to the left of c1 -> c2
+        const double d = i % 3 ? r1 * uniform(random, 0.1, 3) : std::pow(10, uniform(random, 3, 9));
+        const Point2DF c2 = c1 + d * direction(angle);
+        const double r2 = dist(place, c2);
+        const double slack = (i % 2 ? 1e-8 : 1e-13) * (1 + r1) + 1e-14 * d;
+        SCOPED_TRACE(testing::Message() << i << " r " << r1 << ' ' << r2 << " d " << d);
+        Point2DF p[6];
+        ASSERT_EQ(geometry.circleCircleIntersection(c1, r1, c2, r2, p[0], p[1]), 2);
+        ASSERT_EQ(geometry.circleCircleIntersection(c2, r2, c1, r1, p[2], p[3]), 2);
+        ASSERT_EQ(geometry.intersectCircles(c2, r2, c1, r1, p[4], p[5]), 2);
+        ASSERT_NEAR(dist(p[0], place), 0, 200 * slack);
+        ASSERT_NEAR(dist(p[3], place), 0, 200 * slack);
+        for (const Point2DF& q : p) {
+            ASSERT_NEAR(dist(q, c1), r1, i % 2 ? 3e-9 : 1e-13 * (1 + r1));
+            ASSERT_NEAR(dist(q, c2), r2, slack);
+        }
+        const bool isVertical = std::fabs(c2.x() - c1.x()) < 1e-10;
+        ASSERT_TRUE(isVertical ? p[4].x() >= p[5].x() : p[4].y() >= p[5].y());
+    }
+}
+
+TEST(TwoCircles, TouchOrCoincide)
+{
+    const std::tuple<const char*, double, Point2DF, double, int, int, Point2DF> cases[] = {
+        {"outside", 1, {0, -2}, 1, 1, 1, {0, -1}},
+        {"outside, a little into", 1, {1.9999995, 0}, 1, 2, 1, {1, 0}},
+        {"inside", 5, {1.8, 2.4}, 2, 2, 2, {3, 4}},
+        {"same", 1, {0, 0}, 1, -1, -1, kUntouched},
+        {"nearly the same", 1, {9e-4, 0}, 1 + 9e-7, 2, -1, kUntouched},
+        {"a point on the circle", 5, {3, 4}, 0, 1, 1, {3, 4}},
+        {"negative", -1, {1, 0}, 1, 0, 0, kUntouched},
+        {"not a number", 1, {kNan, 0}, 1, 0, 0, kUntouched},
+    };
+    for (const auto& [what, r1, c2, r2, chord, meeting, first] : cases) {
+        SCOPED_TRACE(what);
+        Point2DF p[4] = {kUntouched, kUntouched, kUntouched, kUntouched};
+        EXPECT_EQ(geometry.intersectCircles({0, 0}, r1, c2, r2, p[0], p[1]), chord);
+        EXPECT_EQ(geometry.circleCircleIntersection({0, 0}, r1, c2, r2, p[2], p[3]), meeting);
+        EXPECT_TRUE((p[1] == kUntouched) == (chord < 1) && (p[3] == kUntouched) == (meeting < 2));
+        EXPECT_NEAR(dist(p[2], first), 0, 1e-6);
+        EXPECT_TRUE(p[0] == p[1] || chord == 2);
+    }
+    std::mt19937 random(9);
+    for (int i = 0; i < 500; ++i) {  // not lost to the rounding of survey coordinates
+        const double r1 = uniform(random, 1, 500), r2 = uniform(random, 1, 500);
+        const Point2DF u = direction(uniform(random, 0, 7));
+        Point2DF touch, other;
+        ASSERT_EQ(geometry.circleCircleIntersection(kSurvey, r1, kSurvey + (r1 + r2) * u, r2, touch,
+                                                    other),
+                  1);
+        ASSERT_NEAR(dist(touch, kSurvey + r1 * u), 0, 2e-9);
     }
 }
 

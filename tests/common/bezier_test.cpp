@@ -4,28 +4,19 @@ namespace {
 
 using namespace curves;
 
-Point2DF mix(const Point2DF& a, const Point2DF& b, double t)
-{
-    return a + t * (b - a);
-}
-
 /// By repeated interpolation between the control points.
 Point2DF castel(const Points& c, double t)
 {
     Points p = c;
     for (int left = 3; left > 0; --left)
-        for (int i = 0; i < left; ++i) p[i] = mix(p[i], p[i + 1], t);
+        for (int i = 0; i < left; ++i) p[i] += t * (p[i + 1] - p[i]);
     return p[0];
 }
 
 TEST(BezierSpan, IsHalvedFromItsMiddleOn)
 {
-    struct Case {
-        Points control;
-        double tolerance;
-        int points;  // 0: as many as the halves make
-    };
-    std::vector<Case> cases{
+    std::vector<std::tuple<Points, double, int>> cases{
+        // 0 points: as many as the halves make
         {{{0, 0}, {1, 0}, {2, 0}, {3, 0}}, 1e-9, 2},
         {{{0, 0}, {0, 4}, {4, 4}, {4, 0}}, 3, 3},    // deviates by exactly 3
         {{{0, 0}, {1, 8}, {2, 8}, {3, 0}}, 1.5, 3},  // its halves by exactly 1.5
@@ -34,29 +25,28 @@ TEST(BezierSpan, IsHalvedFromItsMiddleOn)
     };
     const Points line = wanderingLine(43);
     for (int i = 0; i < 40; ++i)
-        cases.push_back(
-            {{line[i], 0.1 * line[i + 1], line[i + 2], 0.1 * line[i + 3]}, i % 2 ? 0.2 : 0.002, 0});
+        cases.emplace_back(Points{line[i], 0.1 * line[i + 1], line[i + 2], 0.1 * line[i + 3]},
+                           i % 2 ? 0.2 : 0.002, 0);
     commonFunc f(0);
-    for (const auto& k : cases) {
-        const Points& c = k.control;
+    for (const auto& [c, tolerance, points] : cases) {
         const auto truth = [&](double t) {
             const Point2DF p = castel(c, t);
             return Space{p.x(), p.y(), 2 + 3 * t};
         };
         std::vector<Space> wanted;
-        sample(truth, 0, 0.5, k.tolerance, wanted);
-        sample(truth, 0.5, 1, k.tolerance, wanted);
+        sample(truth, 0, 0.5, tolerance, wanted);
+        sample(truth, 0.5, 1, tolerance, wanted);
         wanted.push_back(truth(1));
-        if (k.points == 2) wanted.erase(wanted.begin() + 1);
+        if (points == 2) wanted.erase(wanted.begin() + 1);
         Points out{{9, 9}}, own = c;
         Values z{9};
-        EXPECT_TRUE(f.bezierSpanToPolyline3d(c[0], 2, c[1], kNan, c[2], kNan, c[3], 5, out, z,
-                                             k.tolerance));
+        EXPECT_TRUE(
+            f.bezierSpanToPolyline3d(c[0], 2, c[1], kNan, c[2], kNan, c[3], 5, out, z, tolerance));
         expectNear(out, z, wanted);
-        EXPECT_TRUE(k.points == 0 || out.size() == k.points);
+        EXPECT_TRUE(points == 0 || out.size() == points);
         // A linear elevation deviates nowhere; the control points are those of the list replaced.
         const Point2DF* list = std::as_const(own).data();
-        EXPECT_TRUE(f.bezierSpanToPolyline(list[0], list[1], list[2], list[3], own, k.tolerance));
+        EXPECT_TRUE(f.bezierSpanToPolyline(list[0], list[1], list[2], list[3], own, tolerance));
         EXPECT_EQ(own, out);
         for (const double t : {-1.5, 0.0, 0.3, 1.0, 2.0}) {
             double height = 0;
@@ -74,16 +64,15 @@ TEST(BezierSpan, PointsDecideToTheLastBit)
 {
     const Points line = wanderingLine(103);
     for (int i = 0; i < 100; ++i) {
-        const Points c =
-            moved({line[i], line[i + 1], line[i + 2], line[i + 3]}, -line[i].x(), -line[i].y());
+        const Points c = moved({line[i], line[i + 1], line[i + 2], line[i + 3]}, -1 * line[i]);
         const auto at = [&](double t) {
             double z = 0;
-            return commonFunc(0).bezierSpanPoint3d(c[0], 0, c[1], 0, c[2], 0, c[3], 0, z, t);
+            return geometry.bezierSpanPoint3d(c[0], 0, c[1], 0, c[2], 0, c[3], 0, z, t);
         };
         const double deviation = length(at(0.25) - 0.5 * (at(0) + at(0.5)));
         for (const double tolerance : {deviation, std::nextafter(deviation, 0)}) {
             Points out;
-            commonFunc(0).bezierSpanToPolyline(c[0], c[1], c[2], c[3], out, tolerance);
+            geometry.bezierSpanToPolyline(c[0], c[1], c[2], c[3], out, tolerance);
             const bool halved = std::find(out.cbegin(), out.cend(), at(0.25)) != out.cend();
             EXPECT_EQ(halved, tolerance < deviation) << i;
         }
@@ -134,9 +123,8 @@ TEST(BezierCurveSpans, MeetTheTensionCurveAndShareTheirTangents)
     ring.append(ring[0] + Point2DF(0, std::ldexp(1, -24)));  // closed: within 1e-7
     for (const Points& points : {wanderingLine(3), wanderingLine(8), ring}) {
         const bool closed = points == ring;
-        PointLists spans, far;
-        EXPECT_TRUE(commonFunc(0).bezierCurveSpans(points, spans));
-        EXPECT_TRUE(commonFunc(0).bezierCurveSpans(moved(points, 5e5, 4e6), far));
+        PointLists spans;
+        EXPECT_TRUE(geometry.bezierCurveSpans(points, spans));
         std::vector<EndSlopes> slopes = fittedSlopes(points, closed);
         const std::size_t segments = slopes.size();
         for (std::size_t i = 0; i + !closed < segments; ++i) {  // each joint
@@ -153,7 +141,6 @@ TEST(BezierCurveSpans, MeetTheTensionCurveAndShareTheirTangents)
             const Point2DF& end = closed && i + 1 == spans.size() ? points[0] : points[i + 1];
             expectNear(spans[i], {points[i] + 1.0 / 3 * slope.start, end - 1.0 / 3 * slope.end},
                        1e-9);
-            expectNear(far[i], moved(spans[i], 5e5, 4e6), 1e-8);
         }
     }
 }
@@ -161,11 +148,8 @@ TEST(BezierCurveSpans, MeetTheTensionCurveAndShareTheirTangents)
 TEST(BezierCurveSpans, ListRules)
 {
     const Point2DF a(0, 0), b(3, 0), c(5, 4), d(-2, 6);
-    const struct {
-        Points given;
-        int entries;
-        bool fitted = true;  // else the handles stand at thirds
-    } cases[] = {
+    const Points almostFlat{a, {1e-170, 0}, c, d};  // a chord whose square vanishes: at thirds
+    const std::pair<Points, int> cases[] = {
         {{}, 0},
         {{a, a}, 0},
         {{a, a, b}, 1},
@@ -174,28 +158,120 @@ TEST(BezierCurveSpans, ListRules)
         {{a, {0, 1e-9}, c, d}, 3},             // two points that nearly meet
         {{a, {1e-8, 0}, c, d, {1e-8, 0}}, 4},  // closed across a point that it meets again
         {{a, b, c, a, {1e-8, 0}}, 4},
-        {{a, {1e-170, 0}, c, d}, 3, false},  // a chord whose square vanishes
-        {{a, b, a, b}, 3},                   // straight back
+        {almostFlat, 3},
+        {{a, b, a, b}, 3},  // straight back
     };
-    for (const auto& k : cases) {
+    for (const auto& [given, entries] : cases) {
         PointLists spans{{a, b}, {c, d}};
-        EXPECT_TRUE(commonFunc(0).bezierCurveSpans(k.given, spans));
-        ASSERT_EQ(spans.size(), k.entries);
-        for (int i = 0; i < k.entries; ++i) {
+        EXPECT_TRUE(geometry.bezierCurveSpans(given, spans));
+        ASSERT_EQ(spans.size(), entries);
+        for (int i = 0; i < entries; ++i) {
             ASSERT_EQ(spans[i].size(), 2);
             for (const Point2DF& handle : spans[i]) {
                 EXPECT_TRUE(std::isfinite(handle.x()) && std::isfinite(handle.y()));
-                const bool repeat = k.given[i] == k.given[i + 1];
-                EXPECT_TRUE(k.entries == 1 || (handle == k.given[i]) == repeat) << i;
+                const bool repeat = given[i] == given[i + 1];
+                EXPECT_TRUE(entries == 1 || (handle == given[i]) == repeat) << i;
             }
-            const double chord = k.given[i].distanceTo(k.given[i + 1]);
-            if (k.entries < 3 || chord == 0) continue;
-            const double share = k.given[i].distanceTo(spans[i][0]) / chord;
-            EXPECT_EQ(std::fabs(share - 0.3333) > 1e-9, k.fitted) << i;
+            const double chord = given[i].distanceTo(given[i + 1]);
+            if (entries < 3 || chord == 0) continue;
+            const double share = given[i].distanceTo(spans[i][0]) / chord;
+            EXPECT_EQ(std::fabs(share - 0.3333) > 1e-9, given != almostFlat) << i;
         }
-        if (k.entries == 1) {
+        if (entries == 1) {
             EXPECT_EQ(spans[0], (Points{{3 * 0.3333, 0}, {3 * 0.6667, 0}}));
         }
+    }
+}
+
+/// The basis functions by the whole recursion over all knots.
+double basis(const std::vector<double>& knots, std::size_t i, std::size_t order, double u)
+{
+    if (order == 1) return knots[i] <= u && u < knots[i + 1];
+    const double left = knots[i + order - 1] - knots[i];
+    const double right = knots[i + order] - knots[i + 1];
+    return (left != 0 ? (u - knots[i]) / left * basis(knots, i, order - 1, u) : 0) +
+           (right != 0 ? (knots[i + order] - u) / right * basis(knots, i + 1, order - 1, u) : 0);
+}
+
+TEST(BSpline, IsTheSumOverAllBasisFunctions)
+{
+    for (const std::size_t n : {3u, 4u, 5u, 12u}) {
+        for (const double height : {0.0, 1.0}) {
+            const Points controls = wanderingLine(static_cast<int>(n));
+            std::vector<Space> nodes;
+            Values z;
+            for (const Point2DF& p : controls) {
+                z.append(height * std::fmod(3.7 * p.x(), 9));
+                nodes.push_back({p.x(), p.y(), z.last()});
+            }
+            const std::size_t order = n < 4 ? n : 4;
+            std::vector<double> knots(order, 0.0);
+            while (knots.size() <= n) knots.push_back(knots.back() + 1);
+            knots.resize(n + order, knots.back());
+            const auto truth = [&](double u) {
+                if (u == knots.back()) return nodes.back();
+                Space p(3);
+                for (std::size_t i = 0; i < n; ++i) p += basis(knots, i, order, u) * nodes[i];
+                return p;
+            };
+            std::vector<Space> wanted;
+            sample(truth, 0, knots.back(), 0.002, wanted);
+            wanted.push_back(nodes.back());
+            Points out, flat;
+            Values outZ;
+            EXPECT_TRUE(geometry.bsplineToPolyline3d(controls, z, out, outZ, 3, 0.002));
+            EXPECT_TRUE(geometry.bsplineToPolyline(controls, flat, 3, 0.002));
+            expectNear(out, outZ, wanted);
+            if (height == 0) {
+                EXPECT_EQ(flat, out);
+            }
+        }
+    }
+}
+
+TEST(BSpline, StaysInTheHullAndLeavesAlongTheFirstSide)
+{
+    const Points controls = wanderingLine(9);
+    Points out;
+    EXPECT_TRUE(geometry.bsplineToPolyline(controls, out, 3, 1e-6));
+    for (double angle = 0; angle < 6.3; angle += 0.1) {
+        const auto farthest = [&](const Points& points) {
+            double most = -kInfinity;
+            for (const Point2DF& p : points)
+                most = std::max(most, p.x() * std::cos(angle) + p.y() * std::sin(angle));
+            return most;
+        };
+        EXPECT_LE(farthest(out), farthest(controls) + 1e-12);
+    }
+    EXPECT_NEAR(turn(controls[1] - controls[0], out[1] - out[0]), 0, 0.01);
+
+    Points arch;  // deviates by exactly 3
+    EXPECT_TRUE(geometry.bsplineToPolyline({{0, 0}, {0, 4}, {4, 4}, {4, 0}}, arch, 3, 3));
+    EXPECT_EQ(arch, (Points{{0, 0}, {4, 0}}));
+}
+
+TEST(BSpline, ListRules)
+{
+    const Points some{{0, 0}, {0, 10}, {10, -10}, {10, 0}};
+    const std::tuple<Points, Values, int, bool, int> cases[] = {
+        {some, {1, 2, 3, 4}, 2, false, 0},
+        {some, {1, 2, 3, 4}, 4, false, 0},
+        {some, {1, 2, 3, kInfinity}, 3, false, 0},
+        {{{0, 0}, {kNan, 0}}, {1, 2}, 3, false, 0},
+        {{{1, 2}, {3, 4}}, {5, 6, kNan}, 3, true, 2},
+        {some, {0, 0, 0, 0, kNan}, 3, true, 2},  // symmetric about a point: its ends
+    };
+    for (const auto& [controls, heights, degree, made, points] : cases) {
+        Points out = controls;  // behind the input itself
+        Values z = heights;
+        EXPECT_EQ(geometry.bsplineToPolyline3d(out, z, out, z, degree, 0.001), made);
+        const int n = controls.size();
+        ASSERT_EQ(out.size(), n + points);
+        ASSERT_EQ(z.size(), heights.size() + points);
+        if (points == 0) continue;
+        EXPECT_EQ(out[n], controls[0]);
+        EXPECT_EQ(out.last(), controls[n - 1]);
+        EXPECT_EQ(z.last(), heights[n - 1]);
     }
 }
 

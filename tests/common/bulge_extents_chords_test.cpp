@@ -1,38 +1,29 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "common/commonFunc.h"
-#include "tests/support/arcs.h"
+#include "tests/support/edges.h"
 
 namespace {
 
 using namespace test_support;
-using tav::Point2DF;
-using tav::Point3DF;
-using testing::ElementsAre;
-using Points = IcommonFunc::Points;
-using Values = IcommonFunc::Values;
 
 TEST(BulgeExtents, HoldTheSampledArcsAndTouchThem)
 {
-    commonFunc geometry(10);
     std::mt19937 random(3);
     for (int i = 0; i < 300; ++i) {
         const Arc arc = randomArc(random, i % 2 ? kSurvey : Point2DF());
-        Point2DF low, high, seenLow = arc.start(), seenHigh = arc.start();
+        Point2DF low, high;
         geometry.bulgeArcExtents(arc.start(), arc.end(), arc.bulge(), low, high);
+        double gap[4] = {9, 9, 9, 9};
         for (int k = 0; k <= 2000; ++k) {
-            const Point2DF p = arc.at(k / 2000.0);
-            seenLow = {std::min(seenLow.x(), p.x()), std::min(seenLow.y(), p.y())};
-            seenHigh = {std::max(seenHigh.x(), p.x()), std::max(seenHigh.y(), p.y())};
+            const Point2DF inner = arc.at(k / 2000.0) - low, outer = high - arc.at(k / 2000.0);
+            int side = 0;
+            for (const double g : {inner.x(), inner.y(), outer.x(), outer.y()})
+                gap[side] = std::min(gap[side], g), ++side;
         }
-        ASSERT_LT(std::max(dist(low, seenLow), dist(high, seenHigh)), 2e-4);
+        for (const double g : gap) ASSERT_TRUE(-1e-8 < g && g < 2e-4) << g;
     }
 }
 
 TEST(BulgeExtents, OfPolylines)
 {
-    commonFunc geometry(10);
     Point2DF low = kUntouched, high = kUntouched;
     geometry.bulgePolylineExtents({{1, 1}}, {}, true, low, high, 5);
     EXPECT_EQ(low, kUntouched);
@@ -42,9 +33,10 @@ TEST(BulgeExtents, OfPolylines)
     EXPECT_LT(dist(low, Point2DF(1 - std::sqrt(5) + 0.5, 0.5)), 1e-12);
     geometry.bulgeArcExtents({0, 0}, {2, 0}, 0.5e-6, low, high);
     EXPECT_TRUE(low == Point2DF(0, 0) && high == Point2DF(2, 0));
+    geometry.bulgeArcExtents({0, 0}, {2, 0}, 1e-6, low, high);
+    EXPECT_LT(low.y(), -0.9e-6);
     geometry.bulgeArcExtents({3, 4}, {3, 4}, 1, low, high);
     EXPECT_TRUE(low == Point2DF(3, 4) && high == low);
-
     geometry.parallelSegment({1, 1}, {1, 1}, low, high, 2);  // no direction: towards +x
     EXPECT_LT(dist(low, {3, 1}) + dist(high, {3, 1}), 1e-12);
 
@@ -65,7 +57,6 @@ TEST(BulgeExtents, OfPolylines)
 
 TEST(BulgeFromRadius, GivesTheBulgeBack)
 {
-    commonFunc geometry(10);
     std::mt19937 random(4);
     for (int i = 0; i < 500; ++i) {
         Arc arc = randomArc(random, {});
@@ -77,6 +68,9 @@ TEST(BulgeFromRadius, GivesTheBulgeBack)
         ASSERT_NEAR(bulge / arc.bulge(), 1, 1e-8) << arc.sweep;
     }
     EXPECT_EQ(geometry.bulgeFromRadius({1, 0}, {0, 0}, {2, 0}, 0.5, true), -1);
+    for (const bool clockwise : {false, true})  // ends opposite each other take the short way
+        EXPECT_NEAR(geometry.bulgeFromRadius({0, 0}, {-1, 0}, {1, 0}, 2, clockwise),
+                    (2 - std::sqrt(3)) * (clockwise ? -1 : 1), 1e-12);
     for (const double radius : {kNan, kInfinity})
         EXPECT_EQ(geometry.bulgeFromRadius({0, 9}, {-1, 0}, {1, 0}, radius, false), 0);
     EXPECT_EQ(geometry.bulgeFromRadius({0, 0}, {1, 0}, {1, 0}, 1, false), 0);
@@ -84,7 +78,6 @@ TEST(BulgeFromRadius, GivesTheBulgeBack)
 
 TEST(BulgeChords, LieOnTheArcWithinTheTolerance)
 {
-    commonFunc geometry(10);
     std::mt19937 random(5);
     for (int i = 0; i < 200; ++i) {
         const Arc arc = randomArc(random, i % 2 ? kSurvey : Point2DF());
@@ -109,12 +102,8 @@ TEST(BulgeChords, LieOnTheArcWithinTheTolerance)
 
 TEST(BulgeChords, NumberForTolerance)
 {
-    commonFunc geometry(10);
-    const struct {
-        const char* name;
-        double chord, bulge, tolerance;
-        int points;
-    } cases[] = {
+    const std::tuple<const char*, double, double, double, int> cases[] = {
+        // chord, bulge, tolerance, points
         {"equality halves", 2, 1, 1, 3},
         {"flat arc whose parts pass the straight limit", 1e6, 4e-6, 0.1, 9},
         {"no tolerance is the finest", 2, 1, 0, (1 << 17) + 1},
@@ -123,18 +112,17 @@ TEST(BulgeChords, NumberForTolerance)
         {"infinite chord", 1e300, 1, 1, 0},
         {"bulge not a number", 1, kNan, 1, 0},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, chord, bulge, tolerance, points] : cases) {
         Points out;
-        geometry.bulgeArcToChords({0, 0}, {c.chord, 0}, c.bulge, c.tolerance, out);
-        EXPECT_EQ(out.size(), c.points) << c.name;
+        geometry.bulgeArcToChords({0, 0}, {chord, 0}, bulge, tolerance, out);
+        EXPECT_EQ(out.size(), points) << name;
         // The flat arc bulges to the right.
-        EXPECT_TRUE(c.points != 9 || std::fabs(out[4].y() + 2) < 1e-9);
+        EXPECT_TRUE(points != 9 || std::fabs(out[4].y() + 2) < 1e-9);
     }
 }
 
 TEST(BulgeChords, OfPolylines)
 {
-    commonFunc geometry(10);
     const Points line{{0, 0}, {2, 0}, {4, 0}, {9, 0}};
     Points out;
     Values heights;
@@ -165,26 +153,21 @@ TEST(BulgeChords, OfPolylines)
 
 TEST(BulgeDensify, ByAngle)
 {
-    commonFunc geometry(10);
-    const auto bulgeOf = [](double degrees) { return std::tan(degrees * kPi / 720); };
-    const struct {
-        double degrees, step;
-        int points;
-        bool staysArc;
-    } cases[] = {
+    const std::tuple<double, double, int, bool> cases[] = {
+        // degrees, step, points, stays an arc
         {-90, -10, 10, false}, {30, 30, 2, false},  {30, 10, 4, false},       {15, 10, 2, false},
         {5, 10, 2, true},      {90, kNan, 2, true}, {90, 1e-9, 65537, false}, {90, 0, 2, true},
     };
-    for (const auto& c : cases) {
-        const Values bulges{bulgeOf(c.degrees), 0, 0.7};
+    for (const auto& [degrees, step, count, staysArc] : cases) {
+        const Values bulges{std::tan(degrees * kPi / 720), 0, 0.7};
         Points points{kSurvey, kSurvey + Point2DF(4, 0), kSurvey + Point2DF(4, 4)};
         Values dense = bulges, values{0, 9, 10};
-        geometry.densifyBulgesByAngle(points, dense, values, c.step, points, dense, values);
-        ASSERT_EQ(points.size(), c.points + 1) << c.degrees << ' ' << c.step;
+        geometry.densifyBulgesByAngle(points, dense, values, step, points, dense, values);
+        ASSERT_EQ(points.size(), count + 1) << degrees << ' ' << step;
         ASSERT_TRUE(dense.size() == points.size() && values.size() == points.size());
-        EXPECT_TRUE(dense[0] == (c.staysArc ? bulges[0] : 0.0) && dense.last() == 0.7);
-        for (int i = 1; i < c.points; ++i) {
-            ASSERT_NEAR(values[i], 9.0 * i / (c.points - 1), 1e-12);
+        EXPECT_TRUE(dense[0] == (staysArc ? bulges[0] : 0.0) && dense.last() == 0.7);
+        for (int i = 1; i < count; ++i) {
+            ASSERT_NEAR(values[i], 9.0 * i / (count - 1), 1e-12);
             ASSERT_NEAR(dist(points[i - 1], points[i]), dist(points[0], points[1]), 1e-8);
         }
     }
@@ -192,6 +175,78 @@ TEST(BulgeDensify, ByAngle)
     Values bulges, values{1};  // too few values: untouched
     geometry.densifyBulgesByAngle({{0, 0}, {1, 0}}, {1}, {5}, 10, points, bulges, values);
     EXPECT_THAT(values, ElementsAre(1));
+}
+
+class BulgeSection : public testing::Test {
+protected:
+    IcommonFunc::PointLists points{Points()};
+    IcommonFunc::ValueLists bulges{Values()}, values{Values()};
+
+    /// The three pieces, behind what the outputs hold.
+    int cut(const Point2DF& a, const Point2DF& b, const Points& line, const Values& lineBulges,
+            const Values& lineValues = {})
+    {
+        points = {Points()};
+        bulges = values = {Values()};
+        geometry.bulgePolylineSection(a, b, line, lineBulges, lineValues, points, bulges, values,
+                                      true);
+        return points.size() - 1;
+    }
+};
+
+TEST_F(BulgeSection, PiecesMakeUpTheLine)
+{
+    std::mt19937 random(8);
+    for (int i = 0; i < 200; ++i) {
+        const Point2DF origin = i % 2 ? kSurvey : Point2DF();
+        Points line;
+        Values lineBulges, stations;
+        for (int k = 0; k < 5; ++k) {
+            line.append(origin + Point2DF(10.0 * k, uniform(random, -3, 3)));
+            lineBulges.append(k % 2 ? uniform(random, -1, 1) : 0.0);
+        }
+        geometry.bulgePolylineStations(line, lineBulges, stations);
+        // On one line values are stations, so that cuts and pieces can be measured by length.
+        const double length = stations.last();
+        const double s = uniform(random, 0, length), t = uniform(random, 0, length);
+        Point2DF a, b;
+        geometry.pointAtStation(line, lineBulges, s, a);
+        geometry.pointAtStation(line, lineBulges, t, b);
+        ASSERT_EQ(cut(a, b, line, lineBulges, stations), 3);
+        const double ends[] = {0, std::min(s, t), std::max(s, t), length};
+        for (int k = 0; k < 3; ++k) {
+            const Points& piece = points[k + 1];
+            ASSERT_TRUE(bulges[k + 1].size() == piece.size() && bulges[k + 1].last() == 0);
+            ASSERT_TRUE(values[k + 1].size() == piece.size());
+            EXPECT_NEAR(values[k + 1].first(), ends[k], 1e-7);
+            EXPECT_NEAR(values[k + 1].last(), ends[k + 1], 1e-7);
+            EXPECT_NEAR(geometry.bulgeSegmentsLength(piece, bulges[k + 1]), ends[k + 1] - ends[k],
+                        1e-7);
+            const Point2DF middle = geometry.arcMidPoint(
+                piece[0], piece[std::min(1, piece.size() - 1)], bulges[k + 1][0]);
+            EXPECT_LT(geometry.pointBulgePolylineDistSquared(middle, line, lineBulges), 1e-15);
+        }
+    }
+}
+
+TEST_F(BulgeSection, CutsAtAndBesideVertices)
+{
+    const Points line{{0, 0}, {2, 0}, {2, 2}, {8, 2}};
+    // Beside the corner the parameter of segment 0 reaches into segment 1; the cut does not.
+    ASSERT_EQ(cut({3, -1}, {2, 2 + 1e-7}, line, {}), 3);
+    EXPECT_THAT(points[1], ElementsAre(Point2DF(0, 0), Point2DF(2, 0)));
+    EXPECT_THAT(points[2], ElementsAre(Point2DF(2, 0), Point2DF(2, 2)));
+    EXPECT_THAT(points[3], ElementsAre(Point2DF(2, 2), Point2DF(8, 2)));
+    EXPECT_TRUE(values[1].isEmpty() && values[3].isEmpty());
+    // Beyond the ends.
+    ASSERT_EQ(cut({99, 3}, {-5, 1}, line, {}), 3);
+    EXPECT_THAT(points[1], ElementsAre(Point2DF(0, 0)));
+    EXPECT_EQ(points[2], line);
+    EXPECT_THAT(points[3], ElementsAre(Point2DF(8, 2)));
+
+    EXPECT_EQ(cut({0, 0}, {1, 0}, {{0, 0}}, {}), 0);
+    EXPECT_EQ(cut({0, 0}, {1, 0}, line, {}, {1, 2, 3}), 0);
+    EXPECT_EQ(cut({0, kNan}, {1, 0}, line, {}), 0);
 }
 
 }  // namespace

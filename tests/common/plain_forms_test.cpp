@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-#include "common/commonFunc.h"
-#include "tests/support/arcs.h"
+#include "tests/support/edges.h"
 
 namespace {
 
@@ -26,42 +21,23 @@ Points placed(int count, Place place)
     return points;
 }
 
-Points turnedBy(double angle, const Points& points)
-{
-    const Point2DF u(std::cos(angle), std::sin(angle));
-    return placed(points.size(), [&](int i) {
-        const Point2DF& p = points[i];
-        return Point2DF(p.x() * u.x() - p.y() * u.y(), p.x() * u.y() + p.y() * u.x());
-    });
-}
-
 /// Figures with many equal distances, near ones, far coordinates, and some that are no figures.
 std::vector<Points> figures()
 {
     std::mt19937 random(21);
     const auto lattice = [&](int) { return Point2DF(double(random() % 7), double(random() % 7)); };
-    const auto saw = [](int i) { return Point2DF(i, i % 2); };
+    const auto off = [&](double most) { return uniform(random, -most, most); };
+    const Points saw = placed(1500, [](int i) { return Point2DF(i, i % 2); });
     std::vector<Points> all{
-        placed(1500, saw),
-        turnedBy(0.4, placed(1500, saw)),
-        turnedBy(kPi / 4, placed(1500, saw)),
-        turnedBy(2, placed(1500,
-                           [&](int i) {
-                               return Point2DF(i, i % 2 * (1e-3 * i + uniform(random, 0, 0.2)));
-                           })),
+        saw,
+        turned(saw, 0.4),
+        turned(saw, kPi / 4),
+        turned(placed(1500, [&](int i) { return Point2DF(i, i % 2 * (1e-3 * i + off(0.1))); }), 2),
         placed(1501, [&](int i) { return Point2DF(i, i % 2 ? 3 : -double(random() % 3)); }),
-        placed(1500,
-               [](int i) { return 0.1 * i * Point2DF(std::cos(i * 0.05), std::sin(i * 0.05)); }),
-        placed(900,
-               [&](int i) {
-                   return kSurvey + Point2DF(i, 60 * std::sin(i * 0.02) + uniform(random, -1, 1));
-               }),
-        placed(300,
-               [&](int i) {
-                   const double r = uniform(random, 90, 100);
-                   return Point2DF(r * std::cos(i * 0.021), r * std::sin(i * 0.021));
-               }),
-        placed(400, [&](int) { return Point2DF(uniform(random, 0, 1), uniform(random, 0, 0.01)); }),
+        placed(1500, [](int i) { return 0.1 * i * direction(i * 0.05); }),
+        placed(900, [&](int i) { return kSurvey + Point2DF(i, 60 * std::sin(i * 0.02) + off(1)); }),
+        placed(300, [&](int i) { return (95 + off(5)) * direction(i * 0.021); }),
+        placed(400, [&](int) { return Point2DF(off(0.5), off(0.005)); }),
         placed(200, [](int i) { return Point2DF(0.3 * i, 0.1 * i); }),
         placed(99, [](int) { return Point2DF(3, 4); }),
     };
@@ -100,10 +76,9 @@ bool sameBits(double a, double b)
 
 bool sameBits(const Points& a, const Points& b)
 {
-    bool same = a.size() == b.size();
-    for (int i = 0; same && i < a.size(); ++i)
-        same = sameBits(a[i].x(), b[i].x()) && sameBits(a[i].y(), b[i].y());
-    return same;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto& p, auto& q) {
+        return sameBits(p.x(), q.x()) && sameBits(p.y(), q.y());
+    });
 }
 
 TEST(PlainForms, GiveTheSameAnswers)

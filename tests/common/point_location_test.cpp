@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "common/commonFunc.h"
-#include "tests/support/arcs.h"
+#include "tests/support/edges.h"
 
 namespace {
 
 using namespace test_support;
-
-commonFunc geometry(10);
 
 constexpr int kInside = -1;
 constexpr int kBoundary = 0;
@@ -50,8 +43,6 @@ TEST(PointLocation, OfRandomRingsAgreesWithTheTurnsRoundThePoint)
             if (place == kBoundary) continue;
             ++told;
             ASSERT_EQ(geometry.pointInBulgePolygon(ring, bulges, p), place) << i << ", " << k;
-            ASSERT_EQ(geometry.pointInBulgePolygon(moved(ring, kSurvey), bulges, p + kSurvey),
-                      place);
             ASSERT_EQ(geometry.pointInPolygon(boundary, p), place);
         }
     }
@@ -151,8 +142,7 @@ TEST(PointLocation, InRegions)
     const Points hole{{4, 4}, {6, 4}, {6, 6}, {4, 6}};
     const Points island{{4.5, 4.5}, {4.5, 5.5}, {5.5, 5.5}, {5.5, 4.5}};
     const Points neighbour{{5, 0}, {5, 10}, {15, 10}, {15, 0}};
-    using Case = std::tuple<PointLists, Point2DF, int>;
-    const Case cases[] = {
+    const std::tuple<PointLists, Point2DF, int> cases[] = {
         {{outer, hole}, {1, 1}, kInside},
         // A hole decides at once: its island is outside, wherever it is listed.
         {{outer, hole, island}, {5, 5}, kOutside},
@@ -174,8 +164,7 @@ TEST(PointLocation, OfPolylinesAgainstAPolygon)
 {
     const Points ring{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
     const Points open{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    using Case = std::tuple<Points, Points, int>;
-    const Case cases[] = {
+    const std::tuple<Points, Points, int> cases[] = {
         {ring, {{1, 1}, {5, 6}, {9, 2}}, kInside},
         {ring, {{-3, 4}, {5, 5}, {6, 6}}, kBoundary},
         {{{0, 0}, {10, 0}, {5, 8}, {0, 0}}, {{5, 4}, {5, 8}}, kBoundary},
@@ -189,6 +178,104 @@ TEST(PointLocation, OfPolylinesAgainstAPolygon)
     };
     for (const auto& [figure, line, code] : cases)
         EXPECT_EQ(geometry.polylineRegionRelation(figure, line), code);
+}
+
+// On long oblique segments a difference of squares would come out below zero.
+TEST(Distances, OfSegmentsAndLinesFarOut)
+{
+    std::mt19937 random(5);
+    for (int i = 0; i < 2000; ++i) {
+        const Edge edge{randomPoint(random, kSurvey, 9e4), randomPoint(random, kSurvey, 9e4)};
+        const double length = dist(edge.start, edge.end);
+        const double t = uniform(random, -1, 2), left = i % 2 ? uniform(random, -9, 9) : 0;
+        const Point2DF across = turned(edge.end - edge.start, kPi / 2);
+        const Point2DF p = edge.at(t) + (left / length) * across;
+        const double lineSquared = geometry.pointLineDistSquared(p, edge.start, edge.end);
+        const double squared = geometry.pointSegmentDistSquared(p, edge.start, edge.end);
+        const double beyond = std::max({-t, 0.0, t - 1}) * length;
+        ASSERT_NEAR(geometry.pointLineSignedDist(p, edge.start, edge.end), -left, 1e-8);
+        ASSERT_NEAR(std::sqrt(lineSquared), std::fabs(left), 1e-8);
+        ASSERT_NEAR(std::sqrt(squared), std::hypot(left, beyond), 1e-8);
+    }
+    EXPECT_EQ(geometry.pointSegmentDistSquared({-3, 4}, {0, 0}, {0, 0}), 25);
+    EXPECT_EQ(geometry.pointLineDistSquared({-3, 4}, {0, 0}, {0, 0}), 25);
+    EXPECT_EQ(geometry.pointLineSignedDist({-3, 4}, {0, 0}, {0, 0}), 0);
+}
+
+TEST(Distances, AgreeWithSamplesOfTheFigure)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 300; ++round) {
+        SCOPED_TRACE(round);
+        const Point2DF origin = round % 2 ? kSurvey : Point2DF();
+        const double slack = round % 2 ? 2e-8 : 1e-10;
+        const Point2DF p = randomPoint(random, origin, 40);
+        Points points{randomPoint(random, origin, 30)};
+        Values bulges;
+        double sampled = kInfinity;
+        for (int i = 0; i < 5; ++i) {
+            bulges.append(i % 2 ? uniform(random, -3, 3) : 0.0);
+            points.append(randomPoint(random, origin, 30));
+            const Edge edge{points.at(i), points.at(i + 1), bulges.at(i)};
+            for (int k = 0; k <= 2000; ++k)
+                sampled = std::min(sampled, dist(p, edge.at(k / 2000.0)));
+        }
+        const double squared = geometry.pointBulgePolylineDistSquared(p, points, bulges);
+        ASSERT_LE(std::sqrt(squared), sampled + slack);
+        ASSERT_NEAR(std::sqrt(squared), sampled, 0.1);
+
+        Point2DF nearest;
+        int index[2];
+        double param[2];
+        ASSERT_EQ(geometry.nearestOnBulgePolylineEx(p, points, bulges, nearest, index, param),
+                  squared);
+        ASSERT_NEAR(dist(p, nearest), std::sqrt(squared), slack);
+        // Within the edge the parameter names the very point; beyond its ends, the end is nearest.
+        const int i = index[0];
+        const Edge edge{points.at(i), points.at(i + 1), bulges.at(i)};
+        ASSERT_NEAR(dist(edge.at(std::clamp(param[0] - i, 0.0, 1.0)), nearest), 0, 30 * slack);
+        geometry.projectPointOnBulgePolyline(p, points, bulges, index + 1, param + 1);
+        ASSERT_TRUE(index[1] == index[0] && param[1] == param[0]);
+        ASSERT_EQ(geometry.pointBulgeSegmentDistSquared(p, edge.start, edge.end, edge.bulge),
+                  squared);
+    }
+}
+
+TEST(Distances, PlaceTheNearestPoint)
+{
+    const Points corner{{0, 0}, {2, 0}, {2, 2}};
+    const Points chord{{0, 0}, {2, 0}};
+    using Case = std::tuple<const char*, Point2DF, Points, Values, double, int, double, Point2DF>;
+    const Case cases[] = {
+        {"the projection is not clamped", {1, 5}, corner, {}, 10, 1, 3.5, {2, 2}},
+        {"tie at the corner: the first edge", {3, -1}, corner, {}, 2, 0, 1.5, {2, 0}},
+        {"no length", {3, 4}, {{0, 0}, {0, 0}, {0, 0}}, {0, 1}, 25, 0, 0, {0, 0}},
+        {"not a number first", {1, 1}, {{kNan, 0}, {0, 0}, {2, 0}}, {}, 1, 1, 1.5, {1, 0}},
+        {"nor its bulge", {1, 1}, {{9, 0}, {0, 0}, {2, 0}}, {kNan}, 1, 1, 1.5, {1, 0}},
+        {"half circle below", {1, -0.5}, chord, {1}, 0.25, 0, 0.5, {1, -1}},
+        {"its ends tie: the start", {1, 2}, chord, {1}, 5, 0, 1.5, {0, 0}},
+    };
+    for (const auto& [what, asked, polyline, bulges, squared, edge, place, expected] : cases) {
+        SCOPED_TRACE(what);
+        Point2DF p = asked;  // also where the nearest one goes
+        int index = -7;
+        double param = -7;
+        EXPECT_NEAR(geometry.nearestOnBulgePolylineEx(p, polyline, bulges, p, &index, &param),
+                    squared, 1e-12);
+        EXPECT_EQ(index, edge);
+        EXPECT_NEAR(param, place, 1e-12);
+        EXPECT_NEAR(dist(p, expected), 0, 1e-12);
+        if (!bulges.isEmpty()) continue;
+        EXPECT_EQ(geometry.nearestOnPolyline(asked, polyline, p, &index, &param), squared);
+        EXPECT_EQ(param, place);
+    }
+    Point2DF nearest = kUntouched;
+    EXPECT_EQ(geometry.nearestOnPolyline({1, 1}, {{5, 5}}, nearest, nullptr, nullptr), 0);
+    EXPECT_EQ(geometry.nearestOnBulgePolylineEx({1, 1}, {}, {1}, nearest, nullptr, nullptr), 0);
+    EXPECT_EQ(nearest, kUntouched);
+    // Ends in one direction from the centre: a circle of radius 2.5e5, not a point.
+    EXPECT_NEAR(geometry.pointBulgeSegmentDistSquared({0, -1e6}, {0, 0}, {1e-11, 0}, 1e17), 2.5e11,
+                1);
 }
 
 }  // namespace

@@ -1,25 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-
-#include "common/commonFunc.h"
-#include "tests/support/arcs.h"
+#include "tests/support/edges.h"
 
 namespace {
 
 using namespace test_support;
-
-commonFunc functions(0);
-
-Points turned(const Points& points, double angle, const Point2DF& by = {})
-{
-    Points result;
-    for (const Point2DF& p : points)
-        result.append(by + Point2DF(p.x() * std::cos(angle) - p.y() * std::sin(angle),
-                                    p.x() * std::sin(angle) + p.y() * std::cos(angle)));
-    return result;
-}
 
 TEST(EdgeDirections, TheGreatestLengthWins)
 {
@@ -34,7 +17,7 @@ TEST(EdgeDirections, TheGreatestLengthWins)
         {{{{1, 1}, {kNan, 1}, {1, 5e307}, {1, -1e308}}}, 0},
     };
     for (const auto& [rings, wanted] : cases)
-        EXPECT_NEAR(functions.dominantEdgeDirection(rings), wanted, 1e-9);
+        EXPECT_NEAR(geometry.dominantEdgeDirection(rings), wanted, 1e-9);
 }
 
 TEST(EdgeDirections, LinesMeet)
@@ -43,19 +26,18 @@ TEST(EdgeDirections, LinesMeet)
     for (double off = 1e-16; off < 1; off *= 3) {
         Point2DF out;
         const double a = -kPi / 2 + off;
-        const Point2DF u(std::cos(a), std::sin(a));
-        functions.intersectDirectionLines(kSurvey + 70 * u, a, kSurvey - Point2DF(50, 50), kPi / 4,
-                                          out);
+        geometry.intersectDirectionLines(kSurvey + 70 * direction(a), a, kSurvey - Point2DF(50, 50),
+                                         kPi / 4, out);
         EXPECT_LT(dist(out, kSurvey), 1e-7);
     }
     Point2DF out;
-    functions.intersectDirectionLines({0, 0}, kPi / 2 - 0.0009, {5, 3}, 0, out);
+    geometry.intersectDirectionLines({0, 0}, kPi / 2 - 0.0009, {5, 3}, 0, out);
     EXPECT_EQ(out, Point2DF(0, 3));
     const double parallels[][2] = {{1, 1 + 1e-13},      {kPi / 2, kPi / 2}, {kNan, 1},
                                    {1, 1 - kPi},        {1.5704, 1.5704},   {1.5704, 1.5704 - kPi},
                                    {kPi / 2, -kPi / 2}, {-kPi / 2, kPi / 2}};
     for (const auto& [a, b] : parallels)
-        functions.intersectDirectionLines({0, 0}, a, {5, 3}, b, out);
+        geometry.intersectDirectionLines({0, 0}, a, {5, 3}, b, out);
     EXPECT_EQ(out, Point2DF(0, 3));
 }
 
@@ -68,7 +50,7 @@ TEST(EdgeDirections, OnlyTrueCornersStay)
         {{{0, 0}, {5, 0}, {5, 0.0001}, {0, 0}}, {{0, 0}, {5, 0}, {0, 0}}},
     };
     for (auto& [ring, corners] : cases) {
-        functions.removeCollinearPoints(ring);
+        geometry.removeCollinearPoints(ring);
         EXPECT_EQ(ring, corners);
     }
 }
@@ -102,25 +84,25 @@ TEST(Squaring, RingsComeOutSquare)
         if (i % 5 == 0) outline.append(0.5 * outline.last());  // in line
         outline.append(Point2DF(outline.first()));
         outline = turned(outline, angle, (i % 2) * kSurvey);
-        if (i % 7 == 0) functions.reversePointList(outline);
+        if (i % 7 == 0) geometry.reversePointList(outline);
 
         PointLists squared{{}};
-        functions.squareRings({outline}, squared);
+        geometry.squareRings({outline}, squared);
         ASSERT_EQ(squared.size(), 2);
         const Points& ring = squared[1];
         EXPECT_EQ(ring.size(), step.size() + 1);
-        EXPECT_TRUE(functions.isClockwiseRing(ring));
-        EXPECT_LT(offSquare(ring, functions.dominantEdgeDirection({outline})), 1e-9);
-        EXPECT_NEAR(functions.polygonArea(ring), functions.polygonArea(outline), 40);
+        EXPECT_TRUE(geometry.isClockwiseRing(ring));
+        EXPECT_LT(offSquare(ring, geometry.dominantEdgeDirection({outline})), 1e-9);
+        EXPECT_NEAR(geometry.polygonArea(ring), geometry.polygonArea(outline), 40);
         for (const Point2DF& p : ring)
-            EXPECT_LT(functions.pointPolylineDistSquared(p, outline), 1.5 * 1.5);
+            EXPECT_LT(geometry.pointPolylineDistSquared(p, outline), 1.5 * 1.5);
     }
 }
 
 TEST(Squaring, AKinkBeforeAnEdgeAlongBecomesAStep)
 {
     PointLists out;
-    functions.squareRings({{{0, 0}, {0, 9}, {4, 9}, {12, 9.4}, {20, 9.4}, {20, 0}, {0, 0}}}, out);
+    geometry.squareRings({{{0, 0}, {0, 9}, {4, 9}, {12, 9.4}, {20, 9.4}, {20, 0}, {0, 0}}}, out);
     const Points squared{{0, 0}, {0, 9}, {4, 9}, {4, 9.4}, {20, 9.4}, {20, 0}, {0, 0}};
     ASSERT_EQ(out[0].size(), squared.size());
     for (int i = 0; i < squared.size(); ++i) EXPECT_NEAR(dist(out[0][i], squared[i]), 0, 1e-9);
@@ -134,18 +116,18 @@ TEST(Squaring, CornersMoveToTheNearestRightAngle)
         const Point2DF given = a + Point2DF(uniform(random, -2, 12), uniform(random, -7, 7));
         const bool isTooHigh = std::fabs(given.y() - a.y()) > 5;
         Point2DF b = given;
-        ASSERT_NE(functions.squareCorner(a, b, c), isTooHigh);
+        ASSERT_NE(geometry.squareCorner(a, b, c), isTooHigh);
         EXPECT_NEAR(dist(b, given), isTooHigh ? 0 : std::fabs(dist(given, middle) - 5), 1e-8);
         if (isTooHigh) continue;
-        EXPECT_NEAR(functions.angleBetweenDirections(a, b, c), kPi / 2, 1e-8);
+        EXPECT_NEAR(geometry.angleBetweenDirections(a, b, c), kPi / 2, 1e-8);
     }
     for (const double tolerance : {5.0, 0.1, kNan}) {
         const Points skew{{0, 0}, {10, 0.1}, {10.2, 6}, {-0.1, 6.2}, {0, 0}};
         Points ring = skew;
-        ASSERT_TRUE(functions.squareCorners(ring, tolerance));
+        ASSERT_TRUE(geometry.squareCorners(ring, tolerance));
         EXPECT_EQ(ring == skew, tolerance != 5.0);
         for (int i = 0; tolerance == 5.0 && i < 4; ++i)
-            EXPECT_NEAR(functions.angleBetweenDirections(ring[i], ring[i + 1], ring[(i + 2) % 4]),
+            EXPECT_NEAR(geometry.angleBetweenDirections(ring[i], ring[i + 1], ring[(i + 2) % 4]),
                         kPi / 2, 1e-6);
     }
 }

@@ -78,13 +78,7 @@ TEST(TensionCurve, RangeClosingAndWhatIsRefused)
     Points ring = open;
     ring.append(open[0]);
     const Points line{{0, 0}, {1, 5}, {2, 0}}, doubled{{0, 0}, {0, 0}, {1, 5}, {2, 0}};
-    const struct {
-        Points given;
-        Values values;
-        bool closed;
-        unsigned from, to;
-        int first, last;  // of the vertices; -1: refused
-    } cases[] = {
+    const std::tuple<Points, Values, bool, unsigned, unsigned, int, int> cases[] = {
         {open, {}, false, 0, 0, 0, 4},
         {open, {}, false, 1, 2, 1, 2},
         {open, {}, false, 2, 5, 2, 4},
@@ -99,24 +93,24 @@ TEST(TensionCurve, RangeClosingAndWhatIsRefused)
         {doubled, {1, 1, 3, 4}, false, 0, 0, -1, -1},
         {doubled, {1, 2, 3, 4}, false, 0, 0, 0, 3},  // one above the other
     };
-    for (const auto& k : cases) {
-        const Curve c = curve(k.given, k.values, k.closed, k.from, k.to, 0.01);
-        ASSERT_EQ(c.made, k.first >= 0) << &k - cases;
+    for (const auto& [given, values, closed, from, to, first, last] : cases) {
+        const Curve c = curve(given, values, closed, from, to, 0.01);
+        ASSERT_EQ(c.made, first >= 0) << given.size() << from << to;
         if (!c.made) continue;
-        EXPECT_EQ(c.points.first(), k.given[k.first]);
-        EXPECT_EQ(c.points.last(), k.given[k.last]);
+        EXPECT_EQ(c.points.first(), given[first]);
+        EXPECT_EQ(c.points.last(), given[last]);
     }
     // The last vertex is closed by its place; its value is its own.
     EXPECT_EQ(curve(ring, {1, 2, 3, 4, 5, 7}, true, 0, 0, 0.01).values.last(), 7);
 
     // Only the last list has its last vertex; the lists take the place of what was there.
     PointLists even{{{9, 9}}};
-    EXPECT_TRUE(commonFunc(0).tensionCurveRaw({{0, 0}, {1, 0}, {2, 0}}, even, false, 0, 0, 0.1));
+    EXPECT_TRUE(geometry.tensionCurveRaw({{0, 0}, {1, 0}, {2, 0}}, even, false, 0, 0, 0.1));
     EXPECT_EQ(even, (PointLists{{{0, 0}}, {{1, 0}, {2, 0}}}));
 
     // Two vertices are a chord, behind what is there, whatever else is asked.
     PointLists spans{{{9, 9}}};
-    EXPECT_TRUE(commonFunc(0).tensionCurveRaw({{0, 0}, {1, 0}}, spans, true, 7, 3, 0.1));
+    EXPECT_TRUE(geometry.tensionCurveRaw({{0, 0}, {1, 0}}, spans, true, 7, 3, 0.1));
     EXPECT_EQ(spans, (PointLists{{{9, 9}}, {{0, 0}, {1, 0}}}));
 }
 
@@ -127,7 +121,7 @@ TEST(TensionCurve, HoldsOnExtremeChords)
     const Points tiny{{0, 0}, {1e-9, 1e-9}, {3e-9, -1e-8}, {1e-6, 0}, {1e-3, 0.5}};
     for (const double longest : {10.0, 1e7}) {
         Points uneven = tiny;
-        uneven.append(moved(wanderingLine(400), 1, 1));
+        uneven.append(moved(wanderingLine(400), {1, 1}));
         uneven.append(uneven.last() + Point2DF(longest, 0));
         const Curve all = curve(uneven, {}, false, 0, 0, longest / 1e5);
         ASSERT_TRUE(all.made);
@@ -144,7 +138,7 @@ TEST(TensionCurve, ShortChordsKeepTheirShape)
     for (const double h : {1e-4, 1e-7}) {
         const Points given{{0, 0}, {7, 1}, {7 + h, 1}, {7 + h, 1 + h}, {14, -3}, {20, 0}};
         PointLists spans;
-        EXPECT_TRUE(commonFunc(0).tensionCurveRaw(given, spans, false, 1, 3, 0.04 * h));
+        EXPECT_TRUE(geometry.tensionCurveRaw(given, spans, false, 1, 3, 0.04 * h));
         shapes.emplace_back();
         for (const Points& span : spans)
             for (const Point2DF& p : span) shapes.back().append((1 / h) * (p - given[1]));

@@ -1,4 +1,4 @@
-// Interface ids, records, plain and counted objects, references.
+// Interface ids, records, plain and counted objects, references, slots of the sibling module.
 #include <gmock/gmock.h>
 
 #include <thread>
@@ -8,6 +8,7 @@
 #include "calcora/calcora.h"
 #include "geo/geometry.h"
 #include "tavrel/core.h"
+#include "tests/support/slots.h"
 
 namespace {
 
@@ -28,11 +29,7 @@ struct CProbe : tav::PlainObject<CProbe, IProbe> {
 
 TEST(InterfaceId, IsTheKnownValueOfEachName)
 {
-    const struct {
-        const char* name;
-        long declared;
-        long id;
-    } ids[] = {
+    const std::tuple<const char*, long, long> ids[] = {
         {"IObject", tav::IObject::staticInterfaceId(), -1295247072},
         {"IcommonFunc", IcommonFunc::staticInterfaceId(), -2098603842},
         {"IPointCollection", geo::IPointCollection::staticInterfaceId(), -540241025},
@@ -48,9 +45,9 @@ TEST(InterfaceId, IsTheKnownValueOfEachName)
         {"\xff", -1, -1},  // bytes count as signed
         {"a\x80", 97 * 33 - 128, 97 * 33 - 128},
     };
-    for (const auto& i : ids) {
-        EXPECT_EQ(tav::interfaceId(i.name), i.id) << i.name;
-        EXPECT_EQ(i.declared, i.id) << i.name;
+    for (const auto& [name, declared, id] : ids) {
+        EXPECT_EQ(tav::interfaceId(name), id) << name;
+        EXPECT_EQ(declared, id) << name;
     }
 }
 
@@ -180,6 +177,42 @@ TEST(Ref, ReleasesFromManyThreadsDestroyOnce)
         for (std::thread& thread : threads) thread.join();
         ASSERT_EQ(livingProbes, 0);
     }
+}
+
+template <class... Members>
+std::vector<int> slotsOf(Members... members)
+{
+    return {test_support::slotOf(members)...};
+}
+
+/// How many slots I takes; those of the root come first.
+template <class I>
+int slotCount()
+{
+    struct Longer : I {
+        virtual void next() {}
+    };
+    EXPECT_EQ(slotsOf(&I::classInfo, &I::addRef, &I::release, &I::queryInterface, &I::className),
+              (std::vector<int>{0, 2, 3, 4, 5}));
+    return test_support::slotOf(&Longer::next);
+}
+
+TEST(Slots, GeometryPlugin)
+{
+    using P = geo::IPointCollection;
+    EXPECT_THAT(slotsOf(&P::addPoint, &P::pointCount, &P::pointAt, &P::addArcRecord, &P::arcRecords,
+                        &P::firstPoint, &P::closingPoint),
+                testing::ElementsAre(6, 7, 8, 13, 14, 15, 16));
+    using M = geo::IMatrix;
+    EXPECT_THAT(slotsOf(&M::initSquare, &M::resize, &M::rowCount, &M::columnCount, &M::setValue,
+                        &M::value, &M::multiply, &M::solveInPlace, &M::solve),
+                testing::ElementsAre(6, 9, 13, 14, 16, 17, 34, 38, 39));
+    using R = geo::IPathReceiver;
+    EXPECT_THAT(slotsOf(&R::pieceCount, &R::addPiece, &R::pieceAt), testing::ElementsAre(6, 7, 8));
+    EXPECT_EQ(slotCount<P>(), 17);
+    EXPECT_EQ(slotCount<M>(), 40);
+    EXPECT_EQ(slotCount<R>(), 9);
+    EXPECT_EQ(slotCount<geo::IPath>(), 6);
 }
 
 }  // namespace

@@ -35,14 +35,12 @@ struct Operation {
     bool has(char trait) const { return traits.find(trait) != std::string::npos; }
 };
 
-/// Every operation on one set of arguments, made from the values that `next` hands out, points
-/// told from `origin`.
-std::vector<Operation> allOperations(int i, const std::function<double()>& next,
-                                     const Vec3& origin = {})
+/// Every operation on one set of arguments, made from the values that `next` hands out.
+std::vector<Operation> allOperations(int i, const std::function<double()>& next)
 {
     const auto point = [&] {
         const double x = next(), y = next();
-        return moved({x, y, next()}, origin);
+        return Point3DF(x, y, next());
     };
     const Point3DF a = point(), b = point(), c = point(), d = point();
     const double r = next(), r2 = next();
@@ -169,39 +167,6 @@ TEST_F(Behaviour, AnyValuesEndInFiniteResults)
                 (std::isfinite(result + out.x + out.y) && isFinite(out.p) && isFinite(out.p2));
             EXPECT_TRUE(finite) << operation.name;
         }
-}
-
-TEST_F(Behaviour, SurveyCoordinatesCostNoDigits)
-{
-    for (int round = 0; round < 500; ++round) {
-        std::vector<double> values(40);
-        for (double& value : values) value = below(512) / 64.0;
-        const int i = below(2);
-        const auto operations = [&](const Vec3& origin) {
-            return allOperations(
-                i, [&, k = 0u]() mutable { return values[k++]; }, origin);
-        };
-        const auto near = operations({}), far = operations(kSurvey);
-        for (std::size_t k = 0; k < near.size(); ++k) {
-            SCOPED_TRACE(near[k].name);
-            if (near[k].name == std::string("27")) continue;  // turns about the origin
-            Outputs wanted, found;
-            EXPECT_NEAR(near[k].run(g, wanted), far[k].run(g, found), 1e-6);
-            EXPECT_NEAR(std::hypot(found.x - wanted.x, found.y - wanted.y), 0, 1e-6);
-            EXPECT_EQ(found.k, wanted.k);
-            const auto expectSame = [](const Point3DF& p, const Point3DF& q) {
-                const bool marked = q == kUntouched || q == Point3DF();
-                EXPECT_POINT_NEAR(p, marked && p == q ? p : moved(q, kSurvey), 1e-6);
-            };
-            expectSame(found.p, wanted.p);
-            expectSame(found.p2, wanted.p2);
-            if (wanted.path) {
-                const auto p = pointsOf(found.path), q = pointsOf(wanted.path);
-                ASSERT_EQ(p.size(), q.size());
-                for (std::size_t j = 0; j < p.size(); ++j) expectSame(p[j], q[j]);
-            }
-        }
-    }
 }
 
 /// Overrides operations that others rest on, with answers that show.

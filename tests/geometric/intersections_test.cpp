@@ -173,11 +173,10 @@ TEST_F(Intersections, ArcsAgainstTheirSweeps)
         }
         for (const Point3DF& q : inFirst)
             if (place(second, q) <= 1) inBoth.push_back(q);
-        const auto wanted = [](const std::vector<Point3DF>& points) {
-            Meeting meeting{static_cast<short>(points.size())};
-            if (points.size() > 0) meeting.p1 = points[0];
-            if (points.size() > 1) meeting.p2 = points[1];
-            return meeting;
+        const auto wanted = [](std::vector<Point3DF> points) {
+            const auto count = static_cast<short>(points.size());
+            points.resize(2, kUntouched);
+            return Meeting{count, points[0], points[1]};
         };
         const PathRef a = first.path(uniform(0.1, 0.9)), b = second.path();
         expect(wanted(inBoth), g.intersectArcs(a, 0, b, 0, p[0], p[1]));

@@ -1,4 +1,4 @@
-// Measures of one segment, angles between two, points built from a base.
+// Measures of one segment, angles between two, points built from a base, circles and tangents.
 #include <gtest/gtest.h>
 
 #include "geometric/CGeometric.h"
@@ -124,6 +124,90 @@ TEST_F(Measures, SideOfALineIsToldByArea)
             EXPECT_EQ(g.sameSideOfLine({}, end, near, beyond), same) << sign * y;
             EXPECT_EQ(g.sameSideOfLine({}, end, beyond, near), same) << sign * y;
         }
+}
+
+class Circles : public PathTest {
+protected:
+    CGeometric g;
+    Point3DF centre;
+    double radius = 0;
+};
+
+TEST_F(Circles, OfArcsInAnyPlane)
+{
+    for (int round = 0; round < 1000; ++round) {
+        const TurnedArc arc =
+            tiltedArc(random, anyPoint(100), uniform(0.5, 200), uniform(0.1, 6.1));
+        const Point3DF a = arc.at(0), b = arc.at(1), m = arc.at(uniform(0.3, 0.7));
+        ASSERT_TRUE(g.circleFrom3Points3d(a, b, m, centre, radius));
+        EXPECT_POINT_NEAR(centre, arc.centre, 1e-5);
+        for (const Point3DF& p : {a, b, m}) EXPECT_NEAR(apart(centre, p), radius, 1e-8);
+
+        ASSERT_TRUE(g.circleFrom3Points2d(a, b, m, centre, radius));
+        for (const Point3DF& p : {a, b, m})
+            EXPECT_NEAR(apart(centre, inPlan(p)), radius, 1e-9 * (1 + radius));
+
+        Point3DF middle;
+        ASSERT_TRUE(g.arcSegmentOp34(makePath({a, b}, {{0, m}}), 0, middle));
+        EXPECT_POINT_NEAR(middle, arc.at(0.5), 1e-6);
+        double total = 0;
+        ASSERT_TRUE(g.segmentArcLength(arc.path(), 0, total));
+        EXPECT_NEAR(total, arc.length(), 1e-6);
+    }
+}
+
+TEST_F(Circles, CornerCases)
+{
+    const double y = 4e6 + 0.1;
+    const Point3DF none = kUntouched;
+    const std::tuple<const char*, Point3DF, Point3DF, Point3DF, bool, bool, Point3DF, Point3DF>
+        cases[] = {
+            {"full circle", {1, 6, 3}, {1, 6, 3}, {-5, 2, 5}, true, true, {-2, 4, 0}, {-2, 4, 4}},
+            {"upright", {-50, y, 0}, {50, y, 0}, {0, y, 10}, false, true, none, {0, y, -120}},
+            {"on a line", {0.1, 0.1, 0}, {0.3, 0.3, 0}, {0.7, 0.7, 0}, false, false, none, none},
+            {"not a number", {kNan, 0, 0}, {-1, 0, 0}, {0, 1, 0}, false, false, none, none},
+            {"overflow", {1e300, 0, 0}, {-1e300, 0, 0}, {0, 1e300, 0}, false, false, none, none},
+        };
+    for (const auto& [name, a, b, m, inPlan, inSpace, planCentre, spaceCentre] : cases) {
+        SCOPED_TRACE(name);
+        centre = kUntouched;
+        EXPECT_EQ(g.circleFrom3Points2d(a, b, m, centre, radius), inPlan);
+        EXPECT_POINT_NEAR(centre, planCentre, 1e-9);
+        centre = kUntouched;
+        EXPECT_EQ(g.circleFrom3Points3d(a, b, m, centre, radius), inSpace);
+        EXPECT_POINT_NEAR(centre, spaceCentre, 1e-9);
+        EXPECT_EQ(centre.y(), spaceCentre.y()) << "an upright arc keeps it to the bit";
+        if (inSpace) {
+            EXPECT_NEAR(radius, apart(centre, a), 1e-9);
+        }
+    }
+    ASSERT_TRUE(g.circleFrom3Points2d({1, 0, 0}, centre = {-1, 0, 0}, {0, 1, 0}, centre, radius));
+    EXPECT_NEAR(radius, 1, 1e-15) << "output is an input";
+}
+
+TEST_F(Circles, DecimalTriplesOnALineHaveNone)
+{
+    for (int round = 0; round < 2000; ++round) {
+        const int x = below(100000), y = below(100000), dx = below(2000), dy = below(2000);
+        const auto at = [&](int k) {
+            return Point3DF((x + k * dx) / 1000., (y + k * dy) / 1000., (k * dx) / 1000.);
+        };
+        EXPECT_TRUE((dx == 0 && dy == 0) ||
+                    !g.circleFrom3Points3d(at(0), at(7), at(3), centre, radius));
+    }
+}
+
+TEST_F(Circles, TangentsRunCounterClockwise)
+{
+    for (const double sweep : {kPi, -kPi}) {
+        const PathRef path = levelArc({3, 4, 5}, 2, sweep < 0 ? kPi : 0, sweep).path();
+        double tx = 777, ty = 777;
+        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {3, 2, 0}, tx, ty)) << "beyond the chord";
+        EXPECT_FALSE(g.arcTangentAtPoint(path, 0, {3 + 1e-7, 4, 0}, tx, ty)) << "at the centre";
+        EXPECT_EQ(tx, 777);
+        ASSERT_TRUE(g.arcTangentAtPoint(path, 0, {3, 6, 4}, tx, ty));
+        EXPECT_NEAR(std::hypot(tx + 1, ty), 0, 1e-15);
+    }
 }
 
 }  // namespace

@@ -48,6 +48,7 @@ TEST_F(GeometryPlugin, PathAnswersBothInterfacesWithOneCount)
     void* none = nullptr;
     EXPECT_FALSE(points->queryInterface(geo::IMatrix::staticInterfaceId(), &none) || none);
     EXPECT_TRUE(path->classInfo()->inherits(IPointCollection::staticInterfaceId()));
+    EXPECT_EQ(path->className(), tav::DString("path"));
 }
 
 TEST_F(GeometryPlugin, CollectionAndReceiverKeepWhatTheyAreGiven)

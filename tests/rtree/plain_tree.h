@@ -137,9 +137,7 @@ private:
             const double increase = volume(combine(rect, n.branch[i].rect)) - area;
             if (best < 9 && !(increase < least[0] || (increase == least[0] && area < least[1])))
                 continue;
-            best = i;
-            least[0] = increase;
-            least[1] = area;
+            best = i, least[0] = increase, least[1] = area;
         }
         return best;
     }
@@ -152,77 +150,64 @@ private:
         return nullptr;
     }
 
-    struct Parts {
-        std::vector<Branch> buffer;
-        std::vector<int> group = std::vector<int>(10, -1);
-        int count[2] = {0, 0};
-        RTreeRect cover[2];
-        double area[2] = {0, 0};
-
-        void classify(std::size_t i, int g)
-        {
-            group[i] = g;
-            cover[g] = count[g] == 0 ? buffer[i].rect : combine(buffer[i].rect, cover[g]);
-            area[g] = volume(cover[g]);
-            ++count[g];
-        }
-    };
-
-    static void pickFirstPair(Parts& p)
-    {
-        RTreeRect all = p.buffer[0].rect;
-        for (const Branch& b : p.buffer) all = combine(all, b.rect);
-        double worst = -volume(all) - 1;
-        std::size_t first = 0;
-        std::size_t second = 1;
-        for (std::size_t a = 0; a < 9; ++a)
-            for (std::size_t b = a + 1; b < 10; ++b) {
-                const RTreeRect rect[2] = {p.buffer[a].rect, p.buffer[b].rect};
-                const double waste =
-                    volume(combine(rect[0], rect[1])) - volume(rect[0]) - volume(rect[1]);
-                if (!(waste > worst)) continue;
-                worst = waste;
-                first = a;
-                second = b;
-            }
-        p.classify(first, 0);
-        p.classify(second, 1);
-    }
-
     static NodePtr split(Node& n, const Branch& extra)
     {
-        Parts p;
-        p.buffer.assign(n.branch.begin(), n.branch.end());
-        p.buffer.push_back(extra);
+        std::vector<Branch> buffer(n.branch.begin(), n.branch.end());
+        buffer.push_back(extra);
         n.branch = {};
-        pickFirstPair(p);
-        while (p.count[0] + p.count[1] < 10 && p.count[0] < 6 && p.count[1] < 6) {
+        int group[10], count[2] = {0, 0};
+        std::fill(group, group + 10, -1);
+        RTreeRect cover[2];
+        const auto classify = [&](std::size_t i, int g) {
+            group[i] = g;
+            cover[g] = count[g]++ == 0 ? buffer[i].rect : combine(buffer[i].rect, cover[g]);
+        };
+        const auto [first, second] = mostWasteful(buffer);
+        classify(first, 0);
+        classify(second, 1);
+        while (count[0] + count[1] < 10 && count[0] < 6 && count[1] < 6) {
             double biggest = -1;
             std::size_t chosen = 10;
-            int group = 0;
+            int chosenGroup = 0;
             for (std::size_t i = 0; i < 10; ++i) {
-                if (p.group[i] >= 0) continue;
-                const RTreeRect& r = p.buffer[i].rect;
-                const double growth0 = volume(combine(r, p.cover[0])) - p.area[0];
-                const double growth1 = volume(combine(r, p.cover[1])) - p.area[1];
-                double diff = growth1 - growth0;
+                if (group[i] >= 0) continue;
+                const auto growth = [&](const RTreeRect& all) {
+                    return volume(combine(buffer[i].rect, all)) - volume(all);
+                };
+                double diff = growth(cover[1]) - growth(cover[0]);
                 const int g = diff >= 0 ? 0 : 1;
                 if (g == 1) diff = -diff;
                 const bool bigger = diff > biggest;
-                const bool tie = std::abs(diff - biggest) < 1e-6 && p.count[g] < p.count[group];
+                const bool tie = std::abs(diff - biggest) < 1e-6 && count[g] < count[chosenGroup];
                 if (bigger) biggest = diff;
                 if (chosen < 10 && !bigger && !tie) continue;
                 chosen = i;
-                group = g;
+                chosenGroup = g;
             }
-            p.classify(chosen, group);
+            classify(chosen, chosenGroup);
         }
-        for (std::size_t i = 0; i < 10; ++i)
-            if (p.group[i] < 0) p.group[i] = p.count[0] >= 6 ? 1 : 0;
         auto sibling = std::make_shared<Node>();
         sibling->level = n.level;
-        for (std::size_t i = 0; i < 10; ++i) add(p.group[i] == 0 ? n : *sibling, p.buffer[i]);
+        const int rest = count[0] >= 6 ? 1 : 0;
+        for (std::size_t i = 0; i < 10; ++i)
+            add((group[i] < 0 ? rest : group[i]) == 0 ? n : *sibling, buffer[i]);
         return sibling;
+    }
+
+    /// The two that would waste most in one node.
+    static std::pair<std::size_t, std::size_t> mostWasteful(const std::vector<Branch>& buffer)
+    {
+        RTreeRect all = buffer[0].rect;
+        for (const Branch& b : buffer) all = combine(all, b.rect);
+        double worst = -volume(all) - 1;
+        std::pair<std::size_t, std::size_t> result{0, 1};
+        for (std::size_t a = 0; a < 9; ++a)
+            for (std::size_t b = a + 1; b < 10; ++b) {
+                const RTreeRect &r = buffer[a].rect, &s = buffer[b].rect;
+                const double waste = volume(combine(r, s)) - volume(r) - volume(s);
+                if (waste > worst) worst = waste, result = {a, b};
+            }
+        return result;
     }
 
     void* removeBelow(Node& n, const Accept& accept, const Match& match,

@@ -1,27 +1,15 @@
 // What the tests of the curves share: figures and plain sampling.
 #pragma once
 
-#include <cmath>
 #include <functional>
-#include <limits>
-#include <utility>
 #include <valarray>
-#include <vector>
 
-#include <gtest/gtest.h>
-
-#include "common/commonFunc.h"
+#include "tests/support/edges.h"
 
 namespace curves {
 
-using tav::Point2DF;
-using Points = IcommonFunc::Points;
-using Values = IcommonFunc::Values;
-using PointLists = IcommonFunc::PointLists;
+using namespace test_support;
 using Space = std::valarray<double>;  // x, y, z
-
-inline constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// A line with uneven steps; multiples of 1/64, so that moving it far out is exact.
 inline Points wanderingLine(int n)
@@ -32,12 +20,6 @@ inline Points wanderingLine(int n)
         const double rise = ((state = state * 1664525u + 1013904223u) >> 16) % 1280 / 64.0 - 10;
         points.append(points.last() + Point2DF(step + 0.5, rise));
     }
-    return points;
-}
-
-inline Points moved(Points points, double dx, double dy)
-{
-    for (Point2DF& p : points) p += {dx, dy};
     return points;
 }
 
@@ -61,7 +43,7 @@ inline double turn(const Point2DF& u, const Point2DF& v)
 
 inline double distanceToLine(const Point2DF& p, const Points& line)
 {
-    return std::sqrt(commonFunc(0).pointPolylineDistSquared(p, line));
+    return std::sqrt(geometry.pointPolylineDistSquared(p, line));
 }
 
 /// The slope of a cubic at its end q[0] from its points at steps of d.

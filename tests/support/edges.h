@@ -1,14 +1,27 @@
-// Edges by chord and bulge, and calling intersections that write into arrays.
+// What tests of plane geometry start from: the operations, edges by chord and bulge, calls of
+// intersections that write into arrays.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
+#include "common/commonFunc.h"
 #include "tests/support/arcs.h"
 
 namespace test_support {
+
+using tav::Point3DF;
+using testing::ElementsAre;
+
+inline commonFunc geometry(0);
+
+struct Figure {
+    Points points;
+    Values bulges;
+};
 
 inline Point2DF direction(double angle)
 {
@@ -19,6 +32,13 @@ inline Point2DF turned(const Point2DF& v, double angle)
 {
     const Point2DF u = direction(angle);
     return {v.x() * u.x() - v.y() * u.y(), v.x() * u.y() + v.y() * u.x()};
+}
+
+inline Points turned(const Points& points, double angle, const Point2DF& by = {})
+{
+    Points result;
+    for (const Point2DF& p : points) result.append(by + turned(p, angle));
+    return result;
 }
 
 inline Point2DF randomPoint(std::mt19937& random, const Point2DF& about, double reach)
