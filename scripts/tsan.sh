@@ -5,8 +5,7 @@ set -euo pipefail
 source "$(dirname "$0")/lib.sh"
 
 say "tsan build"
-build tsan reliability_tests datageo_tests
+build tsan reliability_tests
 say "tests with threads"
 export TSAN_OPTIONS=halt_on_error=1
 build/tsan/bin/reliability_tests --gtest_filter='Threads.*' </dev/null
-build/tsan/bin/datageo_tests --gtest_filter='*AnotherThread*' </dev/null
