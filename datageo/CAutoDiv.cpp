@@ -118,8 +118,8 @@ void CAutoDiv::divide(bool directed)
 void CAutoDiv::cutAndMerge(bool directed)
 {
     const CancelCheck check(cancelFlag_);
-    std::vector<PieceRange> rangeOf(segments_.size());
-    std::vector<SegmentKey> pieces;
+    detail::BigVector<PieceRange> rangeOf(segments_.size());
+    detail::BigVector<SegmentKey> pieces;
     cutAll(rangeOf, pieces);
     const bool allWhole =
         !directed && given_.segments.size() == segments_.size() &&
@@ -128,7 +128,7 @@ void CAutoDiv::cutAndMerge(bool directed)
     if (allWhole) {
         pieces_ = std::move(given_);
     } else {
-        const std::vector<int> arrivals = numberPieces(rangeOf, pieces);
+        const detail::BigVector<int> arrivals = numberPieces(rangeOf, pieces);
         pieces_ = mergeEqualSegments(pieces, directed, check, arrivals);
     }
     given_ = {};
@@ -138,16 +138,17 @@ void CAutoDiv::cutAndMerge(bool directed)
 
 /// Adds the segments that nothing has cut to the pieces, and numbers all in the order of the segments
 /// that they come from.
-std::vector<int> CAutoDiv::numberPieces(const std::vector<PieceRange>& rangeOf,
-                                        std::vector<SegmentKey>& pieces)
+detail::BigVector<int> CAutoDiv::numberPieces(const detail::BigVector<PieceRange>& rangeOf,
+                                              detail::BigVector<SegmentKey>& pieces)
 {
     CancelCheck check(cancelFlag_);
-    std::vector<int> arrivals(pieces.size());
+    detail::BigVector<int> arrivals(pieces.size());
     int arrival = 0;
     for (std::size_t i = 0; i < segments_.size(); ++i) {
         check();
         const PieceRange& range = rangeOf[i];
         if (range.isWhole) {
+            detail::makeRoomFor(pieces, 1, check);
             pieces.push_back(segments_[i].shape);
             arrivals.push_back(arrival++);
         }
@@ -159,7 +160,7 @@ std::vector<int> CAutoDiv::numberPieces(const std::vector<PieceRange>& rangeOf,
 
 /// Cuts every segment that is to be cut, in the order of the tree's leaves: neighbours there are
 /// neighbours in the drawing, and share a search.
-void CAutoDiv::cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>& pieces)
+void CAutoDiv::cutAll(detail::BigVector<PieceRange>& rangeOf, detail::BigVector<SegmentKey>& pieces)
 {
     CancelCheck check(cancelFlag_);
     tree_.forEachWithOverlaps([&](void* id, std::span<void* const> hits) {
@@ -167,6 +168,7 @@ void CAutoDiv::cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>&
         check();
         if (!segments_[i].isCut) return CRTree::Walk::On;
         collectCuts(i, hits);
+        detail::makeRoomFor(pieces, cuts_.size(), check);
         rangeOf[i].begin = pieces.size();
         rangeOf[i].isWhole = appendPieces(segments_[i].shape, pieces);
         if (rangeOf[i].isWhole) pieces.pop_back();
@@ -278,7 +280,7 @@ void CAutoDiv::appendCut(const SegmentKey& segment, Cut cut)
 }
 
 /// Appends the pieces between the cuts; true when the only one is the segment itself.
-bool CAutoDiv::appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const
+bool CAutoDiv::appendPieces(const SegmentKey& segment, detail::BigVector<SegmentKey>& pieces) const
 {
     const bool isArc = std::fabs(segment.bulge) >= kPieceArcBulge;
     const double quarterSweep = isArc ? std::atan(segment.bulge) : 0.0;

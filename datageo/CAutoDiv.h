@@ -67,18 +67,18 @@ private:
     };
 
     void cutAndMerge(bool directed);
-    std::vector<int> numberPieces(const std::vector<PieceRange>& rangeOf,
-                                  std::vector<SegmentKey>& pieces);
-    void cutAll(std::vector<PieceRange>& rangeOf, std::vector<SegmentKey>& pieces);
+    detail::BigVector<int> numberPieces(const detail::BigVector<PieceRange>& rangeOf,
+                                        detail::BigVector<SegmentKey>& pieces);
+    void cutAll(detail::BigVector<PieceRange>& rangeOf, detail::BigVector<SegmentKey>& pieces);
     void collectCuts(std::size_t index, std::span<void* const> hits);
     void appendCrossings(const SegmentKey& segment, const SegmentKey& other);
     void appendStraightCrossings(const SegmentKey& segment, const SegmentKey& other);
     void appendCut(const SegmentKey& segment, Cut cut);
     bool meetOnlyAtEnd(const SegmentKey& segment, const SegmentKey& other) const;
-    bool appendPieces(const SegmentKey& segment, std::vector<SegmentKey>& pieces) const;
+    bool appendPieces(const SegmentKey& segment, detail::BigVector<SegmentKey>& pieces) const;
 
     bool* cancelFlag_ = nullptr;
-    std::vector<StoredSegment> segments_;
+    detail::BigVector<StoredSegment> segments_;
     SegmentSet given_;  ///< the set that the stored segments are, if they came as one
     SegmentSet pieces_;
     CRTree tree_;

@@ -64,11 +64,12 @@ private:
                            calcora::detail::RingMeasure& measure);
     bool crossesRay(const Point2DF& from, const Point2DF& to, double bulge, const Point2DF& point);
     bool isShort(const Points& line, const Values& bulges);
-    std::vector<calcora::SegmentKey> segmentsOf(const PointLists& lines,
-                                                const ValueLists& lineBulges, double snapTolerance,
-                                                bool* cancel);
-    std::vector<calcora::SegmentKey> closedSegmentsOf(const PointLists& lines,
-                                                      const ValueLists& lineBulges, bool* cancel);
+    calcora::detail::BigVector<calcora::SegmentKey> segmentsOf(const PointLists& lines,
+                                                               const ValueLists& lineBulges,
+                                                               double snapTolerance, bool* cancel);
+    calcora::detail::BigVector<calcora::SegmentKey> closedSegmentsOf(const PointLists& lines,
+                                                                     const ValueLists& lineBulges,
+                                                                     bool* cancel);
     void sortLoops(std::vector<Points> found, std::vector<Values> foundBulges, PointLists& loops,
                    ValueLists& loopBulges, bool* cancel);
 };

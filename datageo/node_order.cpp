@@ -44,7 +44,7 @@ void forEachChain(std::span<Entry> entries, Work&& work)
 
 class Ordering {
 public:
-    Ordering(std::vector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check)
+    Ordering(detail::BigVector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check)
         : ends_(std::move(ends)), check_(check)
     {
         order_.nodes.reserve(ends_.size() / 2);
@@ -195,18 +195,18 @@ private:
         });
     }
 
-    std::vector<SegmentEnd> ends_;
+    detail::BigVector<SegmentEnd> ends_;
     CancelCheck& check_;
     detail::KeySort<SegmentEnd, CancelCheck> sortEnds_{check_};
     detail::KeySort<ColumnNode, CancelCheck> sortNodes_{check_};
     NodeOrder order_;
     std::vector<ColumnNode> found_;
-    std::vector<int> rank_;
+    detail::BigVector<int> rank_;
 };
 
 }  // namespace
 
-NodeOrder orderNodes(std::vector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check)
+NodeOrder orderNodes(detail::BigVector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check)
 {
     return Ordering(std::move(ends), endCount, check).run();
 }

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/detail/big_vector.h"
 #include "datageo/cancel.h"
 #include "tavrel/points.h"
 
@@ -17,11 +18,11 @@ struct SegmentEnd {
     double key;  ///< x, except while a column of ends is in work
     double other;
     int index;
-    int node = -1;
+    int node;
 
     SegmentEnd() = default;
     SegmentEnd(const tav::Point2DF& point, int number)
-        : key(point.x()), other(point.y()), index(number)
+        : key(point.x()), other(point.y()), index(number), node(-1)
     {
     }
 };
@@ -35,8 +36,8 @@ inline bool isBefore(const SegmentEnd& a, const SegmentEnd& b)
 /// The places where ends meet.
 struct NodeOrder {
     /// What AutoB::FuzzyPointSet finds when the ends arrive one by one, in the order of its ranks().
-    std::vector<tav::Point2DF> nodes;
-    std::vector<int> nodeOf;  ///< for the number of each end
+    detail::BigVector<tav::Point2DF> nodes;
+    detail::BigVector<int> nodeOf;  ///< for the number of each end
 
     /// True when all ends are, bit for bit, the nodes that stand for them.
     bool isExact = true;
@@ -54,6 +55,6 @@ struct NodeOrder {
 ///
 /// Sorting takes the place of one search for each end: near ends come to lie together, and only
 /// where more than one node could be made of them is the order of arrival gone through.
-NodeOrder orderNodes(std::vector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check);
+NodeOrder orderNodes(detail::BigVector<SegmentEnd> ends, std::size_t endCount, CancelCheck& check);
 
 }  // namespace calcora

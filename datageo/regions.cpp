@@ -57,7 +57,7 @@ bool isUsable(const SegmentKey& segment)
 }
 
 void appendSegments(const IDataGeo::Points& points, const IDataGeo::Values& bulges,
-                    std::vector<SegmentKey>& segments)
+                    calcora::detail::BigVector<SegmentKey>& segments)
 {
     for (int i = 0; i + 1 < points.size(); ++i) {
         const SegmentKey segment{points[i], points[i + 1], i < bulges.size() ? bulges[i] : 0.0};
@@ -66,7 +66,8 @@ void appendSegments(const IDataGeo::Points& points, const IDataGeo::Values& bulg
 }
 
 /// The pieces of the segments between their crossings; none when the cancel flag is seen.
-calcora::SegmentSet divided(const std::vector<SegmentKey>& segments, bool directed, bool* cancel)
+calcora::SegmentSet divided(const calcora::detail::BigVector<SegmentKey>& segments, bool directed,
+                            bool* cancel)
 {
     calcora::CAutoDiv divider;
     divider.setCancelFlag(cancel);
@@ -78,13 +79,14 @@ calcora::SegmentSet divided(const std::vector<SegmentKey>& segments, bool direct
 }  // namespace
 
 /// The segments of all polylines that are long enough, their ends snapped.
-std::vector<SegmentKey> DataGeo::segmentsOf(const PointLists& lines, const ValueLists& lineBulges,
-                                            double snapTolerance, bool* cancel)
+calcora::detail::BigVector<SegmentKey> DataGeo::segmentsOf(const PointLists& lines,
+                                                           const ValueLists& lineBulges,
+                                                           double snapTolerance, bool* cancel)
 {
     static const Values noBulges;
     Snapper snapper(snapTolerance);
     calcora::CancelCheck check(cancel);
-    std::vector<SegmentKey> segments;
+    calcora::detail::BigVector<SegmentKey> segments;
     segments.reserve(static_cast<std::size_t>(lines.size()));
     Points snapped;
     for (int i = 0; i < lines.size(); ++i) {
@@ -140,14 +142,15 @@ void DataGeo::buildDirectedRegions(const PointLists& lines, const ValueLists& li
 }
 
 /// The segments of all figures that are long enough, clockwise and closed, their vertices snapped.
-std::vector<SegmentKey> DataGeo::closedSegmentsOf(const PointLists& lines,
-                                                  const ValueLists& lineBulges, bool* cancel)
+calcora::detail::BigVector<SegmentKey> DataGeo::closedSegmentsOf(const PointLists& lines,
+                                                                 const ValueLists& lineBulges,
+                                                                 bool* cancel)
 {
     static const Values noBulges;
     Snapper snapper(kDirectedSnapTolerance);
     commonFunc geometry(tav::kObjectCapacity);
     calcora::CancelCheck check(cancel);
-    std::vector<SegmentKey> segments;
+    calcora::detail::BigVector<SegmentKey> segments;
     for (int i = 0; i < lines.size(); ++i) {
         const Points& line = lines[i];
         Values bulges = i < lineBulges.size() ? lineBulges[i] : noBulges;

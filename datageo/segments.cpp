@@ -19,7 +19,7 @@ constexpr std::size_t kReadAhead = 16;
 
 /// The segments to be merged, and when they arrived.
 struct Arriving {
-    const std::vector<SegmentKey>& segments;
+    std::span<const SegmentKey> segments;
     std::span<const int> arrivals;
 
     int arrivalOf(std::size_t i) const
@@ -38,14 +38,14 @@ struct Ranked {
 
 /// Segments grouped by the rank of their first end.
 struct Grouped {
-    std::vector<Ranked> segments;
-    std::vector<std::size_t> groupEnds;
+    detail::BigVector<Ranked> segments;
+    detail::BigVector<std::size_t> groupEnds;
 };
 
 /// Numbers the ends of the segments in the fuzzy order.
 void rankEnds(const Arriving& given, SegmentSet& set, CancelCheck& check)
 {
-    std::vector<SegmentEnd> ends;
+    detail::BigVector<SegmentEnd> ends;
     ends.reserve(2 * given.segments.size());
     set.endsOf.reserve(given.segments.size());
     for (std::size_t i = 0; i < given.segments.size(); ++i) {
@@ -75,7 +75,7 @@ void rankEnds(const Arriving& given, SegmentSet& set, CancelCheck& check)
 Grouped groupByFirstEnd(const Arriving& given, const SegmentSet& set, bool directed,
                         CancelCheck& check)
 {
-    const std::vector<SegmentKey>& segments = given.segments;
+    std::span<const SegmentKey> segments = given.segments;
     const auto& ends = set.endsOf;
     const auto isTurned = [&](std::size_t i) {
         return !directed && ends[i].second < ends[i].first;
@@ -104,7 +104,8 @@ Grouped groupByFirstEnd(const Arriving& given, const SegmentSet& set, bool direc
 }
 
 /// Appends the segments that stay of one run with equal ends, by bulge.
-void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vector<int>& staying)
+void mergeRun(std::span<const Ranked> run, detail::BigVector<Ranked>& kept,
+              detail::BigVector<int>& staying)
 {
     if (run.size() == 1) {
         staying.push_back(run.front().index);
@@ -127,16 +128,16 @@ void mergeRun(std::span<const Ranked> run, std::vector<Ranked>& kept, std::vecto
 
 }  // namespace
 
-SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
+SegmentSet mergeEqualSegments(std::span<const SegmentKey> segments, bool directed,
                               CancelCheck check, std::span<const int> arrivals)
 {
     const Arriving given{segments, arrivals};
     SegmentSet set;
     rankEnds(given, set, check);
     Grouped grouped = groupByFirstEnd(given, set, directed, check);
-    std::vector<int> staying;
+    detail::BigVector<int> staying;
     staying.reserve(segments.size());
-    std::vector<Ranked> kept;
+    detail::BigVector<Ranked> kept;
     const auto bySecondEnd = [](const Ranked& a, const Ranked& b) {
         return a.second < b.second || (a.second == b.second && a.arrival < b.arrival);
     };
@@ -154,7 +155,7 @@ SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool dire
     }
 
     grouped = {};
-    std::vector<std::pair<int, int>> endsOf;
+    detail::BigVector<std::pair<int, int>> endsOf;
     endsOf.reserve(staying.size());
     set.segments.reserve(staying.size());
     for (std::size_t i = 0; i < staying.size(); ++i) {

@@ -20,12 +20,12 @@ struct SegmentKey {
 
 /// Distinct segments in set order, with the places where their ends meet.
 struct SegmentSet {
-    std::vector<SegmentKey> segments;
+    detail::BigVector<SegmentKey> segments;
 
     /// The distinct ends in the fuzzy order of AutoB::FuzzyPointSet, and for every segment the
     /// numbers of its ends among them.
-    std::vector<tav::Point2DF> ends;
-    std::vector<std::pair<int, int>> endsOf;
+    detail::BigVector<tav::Point2DF> ends;
+    detail::BigVector<std::pair<int, int>> endsOf;
 
     /// See NodeOrder: whether every segment's ends are, bit for bit, the points that stand for them,
     /// whether these are the same in any order of arrival, and where their own order may not be.
@@ -43,7 +43,7 @@ struct SegmentSet {
 /// Segments arrive in the order of the list or, where there are `arrivals`, as these number them from
 /// 0 on. The order is that of the first ends, then of the second ends, then of the bulges (turned where
 /// turned), ends in the order of AutoB::FuzzyPointSet::ranks().
-SegmentSet mergeEqualSegments(const std::vector<SegmentKey>& segments, bool directed,
+SegmentSet mergeEqualSegments(std::span<const SegmentKey> segments, bool directed,
                               CancelCheck check = CancelCheck(),
                               std::span<const int> arrivals = {});
 

@@ -9,6 +9,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "common/detail/big_vector.h"
+
 namespace calcora::detail {
 
 /// Something numbered, to be sorted by a key that is a number.
@@ -90,8 +92,7 @@ private:
     /// Copies entries to `to`, dealt out evenly over the range of their keys into stacks whose ends
     /// are given back. Where no even dealing is possible the entries are sorted instead, and the
     /// result is false.
-    bool deal(std::span<Entry> from, Entry* to, std::size_t stacks,
-              std::vector<std::uint32_t>& ends)
+    bool deal(std::span<Entry> from, Entry* to, std::size_t stacks, BigVector<std::uint32_t>& ends)
     {
         double least = from.front().key;
         double largest = least;
@@ -157,9 +158,9 @@ private:
 
     std::span<Entry> entries_;
     Step& step_;
-    std::vector<Entry> room_;
-    std::vector<std::uint32_t> coarseEnds_;
-    std::vector<std::uint32_t> fineEnds_;
+    BigVector<Entry> room_;
+    BigVector<std::uint32_t> coarseEnds_;
+    BigVector<std::uint32_t> fineEnds_;
 };
 
 /// Sorts entries that have a `key` in the order that isBefore(a, b) tells: dealt out evenly over
@@ -172,8 +173,8 @@ void sortByKey(std::span<Entry> entries, Step&& step = {})
     KeySort<Entry, std::remove_reference_t<Step>>(step).sort(entries);
 }
 
-template <class Entry, class Step = NoStep>
-void sortByKey(std::vector<Entry>& entries, Step&& step = {})
+template <class Entry, class Allocator, class Step = NoStep>
+void sortByKey(std::vector<Entry, Allocator>& entries, Step&& step = {})
 {
     sortByKey(std::span<Entry>(entries), step);
 }

@@ -193,12 +193,13 @@ private:
     // Loops linked before they are walked: faces.cpp
     bool linkLoops();
     void linkAroundNodes();
-    std::vector<int> componentOfNodes();
-    bool linkFace(int first, std::vector<int>& stackPlace, calcora::CancelCheck& check);
-    bool closeLinkedLoop(std::size_t from, std::vector<int>& stackPlace);
+    calcora::detail::BigVector<int> componentOfNodes();
+    bool linkFace(int first, calcora::detail::BigVector<int>& stackPlace,
+                  calcora::CancelCheck& check);
+    bool closeLinkedLoop(std::size_t from, calcora::detail::BigVector<int>& stackPlace);
 
     // Walks: walk.cpp
-    std::vector<int> orderedNodes() const;
+    calcora::detail::BigVector<int> orderedNodes() const;
     bool isWalkable(int edge, const Search& search) const;
     WalkResult followLinks(int start, const Search& search);
     WalkResult walk(int start, const Search& search);
@@ -215,22 +216,23 @@ private:
     bool* cancelFlag_ = nullptr;
 
     FuzzyPointSet nodeSet_{calcora::kNodeTolerance};
-    std::vector<tav::Point2DF> nodePoints_;
+    calcora::detail::BigVector<tav::Point2DF> nodePoints_;
     bool nodesAreInSetOrder_ = false;  ///< they came with a set, and nodeSet_ is empty
-    std::vector<CLoopEdge> edges_;
-    std::vector<CLoopLine> lines_;
-    std::vector<unsigned char> marks_;  ///< per half-edge, Mark bits
+    calcora::detail::BigVector<CLoopEdge> edges_;
+    calcora::detail::BigVector<CLoopLine> lines_;
+    calcora::detail::BigVector<unsigned char> marks_;  ///< per half-edge, Mark bits
     std::vector<Shape> shapes_;
 
-    std::vector<int> listBegin_;  ///< per node, and the end of the last
-    std::vector<AngularEntry> angular_;
-    std::vector<char> isTied_;  ///< per node: directions at it are not told apart
+    calcora::detail::BigVector<int> listBegin_;  ///< per node, and the end of the last
+    calcora::detail::BigVector<AngularEntry> angular_;
+    calcora::detail::BigVector<char> isTied_;  ///< per node: directions at it are not told apart
 
     // What walks see where loops are not linked: every node whole, or one node per block that meets
     // there.
-    std::vector<CLoopNode> walkNodes_;
-    std::vector<int> walkNodeOf_;  ///< per half-edge, the node it leaves; -1: not walked
-    std::vector<double> angleOf_;  ///< per half-edge that is walked
+    calcora::detail::BigVector<CLoopNode> walkNodes_;
+    calcora::detail::BigVector<int>
+        walkNodeOf_;  ///< per half-edge, the node it leaves; -1: not walked
+    calcora::detail::BigVector<double> angleOf_;  ///< per half-edge that is walked
 
     std::vector<Points> loops_;
     std::vector<Values> loopBulges_;
@@ -241,7 +243,7 @@ private:
     // State of the walk in progress.
     std::int64_t walkNumber_ = 0;
     std::vector<Step> path_;
-    std::vector<int> way_;  ///< half-edges of the face that is being linked
+    calcora::detail::BigVector<int> way_;  ///< half-edges of the face that is being linked
     std::vector<tav::Point2DF> outline_;
     std::vector<double> outlineBulges_;
     calcora::detail::RingMeasure measure_{true};

@@ -59,7 +59,7 @@ public:
 private:
     int& parentOf(int node) { return parent_[static_cast<std::size_t>(node)]; }
 
-    std::vector<int> parent_;
+    calcora::detail::BigVector<int> parent_;
 };
 
 }  // namespace
@@ -87,7 +87,7 @@ void CAutoLoop::linkAroundNodes()
 }
 
 /// For every node the least node of its connected part.
-std::vector<int> CAutoLoop::componentOfNodes()
+calcora::detail::BigVector<int> CAutoLoop::componentOfNodes()
 {
     calcora::CancelCheck check(cancelFlag_);
     Parts parts(nodePoints_.size());
@@ -95,7 +95,7 @@ std::vector<int> CAutoLoop::componentOfNodes()
         check();
         parts.unite(edges_[e].startNode, edges_[e + 1].startNode);
     }
-    std::vector<int> component(nodePoints_.size());
+    calcora::detail::BigVector<int> component(nodePoints_.size());
     for (std::size_t node = 0; node < component.size(); ++node) {
         check();
         component[node] = parts.rootOf(static_cast<int>(node));
@@ -106,7 +106,8 @@ std::vector<int> CAutoLoop::componentOfNodes()
 /// Goes round the face of a half-edge and cuts it into loops. `stackPlace` has for every node on the
 /// way one more than its place there, 0 for all others. False when two half-edges of a loop may run
 /// along each other.
-bool CAutoLoop::linkFace(int first, std::vector<int>& stackPlace, calcora::CancelCheck& check)
+bool CAutoLoop::linkFace(int first, calcora::detail::BigVector<int>& stackPlace,
+                         calcora::CancelCheck& check)
 {
     bool isClear = true;
     int edge = first;
@@ -127,7 +128,7 @@ bool CAutoLoop::linkFace(int first, std::vector<int>& stackPlace, calcora::Cance
 }
 
 /// Closes the loop of the steps from a place on, and takes them off the path.
-bool CAutoLoop::closeLinkedLoop(std::size_t from, std::vector<int>& stackPlace)
+bool CAutoLoop::closeLinkedLoop(std::size_t from, calcora::detail::BigVector<int>& stackPlace)
 {
     const std::span<const int> loop(way_.begin() + static_cast<std::ptrdiff_t>(from), way_.end());
     int last = loop.back();
@@ -157,12 +158,12 @@ bool CAutoLoop::linkLoops()
 {
     if (!shapes_.empty() || hasWalked_) return false;
     linkAroundNodes();
-    const std::vector<int> component = componentOfNodes();
+    const calcora::detail::BigVector<int> component = componentOfNodes();
     const auto componentOf = [&](int edge) {
         return static_cast<std::size_t>(component[static_cast<std::size_t>(startOf(edge))]);
     };
-    std::vector<int> euler(nodePoints_.size(), 0);
-    std::vector<char> isWalked(nodePoints_.size(), 0);
+    calcora::detail::BigVector<int> euler(nodePoints_.size(), 0);
+    calcora::detail::BigVector<char> isWalked(nodePoints_.size(), 0);
     calcora::CancelCheck check(cancelFlag_);
     for (std::size_t node = 0; node < nodePoints_.size(); ++node) {
         check();
@@ -170,7 +171,7 @@ bool CAutoLoop::linkLoops()
         ++euler[static_cast<std::size_t>(component[node])];
         if (isTied_[node]) isWalked[static_cast<std::size_t>(component[node])] = 1;
     }
-    std::vector<int> stackPlace(nodePoints_.size(), 0);
+    calcora::detail::BigVector<int> stackPlace(nodePoints_.size(), 0);
     way_.clear();
     const auto edgeCount = static_cast<int>(edges_.size());
     for (int edge = 0; edge < edgeCount; ++edge) {

@@ -32,7 +32,7 @@ template <class IsAsked>
 calcora::NodeOrder orderAgain(const calcora::SegmentSet& set, bool keepDirection,
                               calcora::CancelCheck& check, IsAsked&& isAsked)
 {
-    std::vector<calcora::SegmentEnd> ends;
+    calcora::detail::BigVector<calcora::SegmentEnd> ends;
     forEachEnd(set, set.endsOf, keepDirection, check,
                [&](const tav::Point2DF& end, int number, int node) {
                    if (isAsked(node)) ends.emplace_back(end, number);
@@ -56,7 +56,7 @@ SetNodes nodesOfSet(const calcora::SegmentSet& set, bool keepDirection, calcora:
         return nodes;
     }
     nodes.points.resize(set.ends.size());
-    std::vector<char> isPlaced(set.ends.size(), 0);
+    calcora::detail::BigVector<char> isPlaced(set.ends.size(), 0);
     const auto place = [&](const tav::Point2DF& end, int, int node) {
         char& placed = isPlaced[static_cast<std::size_t>(node)];
         if (!placed) nodes.points[static_cast<std::size_t>(node)] = end;
@@ -66,7 +66,7 @@ SetNodes nodesOfSet(const calcora::SegmentSet& set, bool keepDirection, calcora:
     if (set.columns.empty()) return nodes;
 
     // Nodes of one column change places where another end now stands for them.
-    std::vector<int> columnBegin(set.ends.size(), -1);
+    calcora::detail::BigVector<int> columnBegin(set.ends.size(), -1);
     for (const auto& [begin, end] : set.columns)
         std::fill(columnBegin.begin() + begin, columnBegin.begin() + end, begin);
     const auto isInColumn = [&](int node) {
@@ -74,7 +74,7 @@ SetNodes nodesOfSet(const calcora::SegmentSet& set, bool keepDirection, calcora:
     };
     const calcora::NodeOrder order = orderAgain(set, keepDirection, check, isInColumn);
     // The new nodes of a column follow each other: from the least number on.
-    std::vector<int> least(set.ends.size(), -1);
+    calcora::detail::BigVector<int> least(set.ends.size(), -1);
     const auto leastOf = [&](int node) -> int& {
         return least[static_cast<std::size_t>(columnBegin[static_cast<std::size_t>(node)])];
     };

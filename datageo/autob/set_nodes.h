@@ -19,8 +19,8 @@ inline bool hasExtent(const calcora::SegmentKey& segment)
 
 /// Nodes for the segments of a set, in set order; segments without extent have none.
 struct SetNodes {
-    std::vector<tav::Point2DF> points;
-    std::vector<std::pair<int, int>> endsOf;  ///< empty: as in the set
+    calcora::detail::BigVector<tav::Point2DF> points;
+    calcora::detail::BigVector<std::pair<int, int>> endsOf;  ///< empty: as in the set
 };
 
 /// The nodes that the ends make when they come one by one, first end first (second end first unless

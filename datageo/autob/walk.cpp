@@ -55,10 +55,10 @@ void CAutoLoop::buildDirectedLoops()
 
 /// Nodes with more than two half-edges, then those with two, then those with one; each in set
 /// order.
-std::vector<int> CAutoLoop::orderedNodes() const
+calcora::detail::BigVector<int> CAutoLoop::orderedNodes() const
 {
     calcora::CancelCheck check(cancelFlag_);
-    std::vector<int> inSetOrder(nodePoints_.size());
+    calcora::detail::BigVector<int> inSetOrder(nodePoints_.size());
     if (nodesAreInSetOrder_) {
         std::iota(inSetOrder.begin(), inSetOrder.end(), 0);
     } else {
@@ -67,7 +67,7 @@ std::vector<int> CAutoLoop::orderedNodes() const
             inSetOrder[static_cast<std::size_t>(ranks[node])] = static_cast<int>(node);
     }
 
-    std::vector<int> ordered;
+    calcora::detail::BigVector<int> ordered;
     ordered.reserve(nodePoints_.size());
     const auto append = [&](auto accepts) {
         for (const int node : inSetOrder) {

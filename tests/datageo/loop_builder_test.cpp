@@ -253,7 +253,7 @@ TEST(LoopBuilder, LocatesPointsByTheHalfOpenRule)
         EXPECT_EQ(CAutoLoop::pointInPolygon(far, 5e5 + 8.71 * i, 4e6 + 4.91 * i), 0) << i;
 }
 
-std::vector<SegmentKey> divided(const std::vector<SegmentKey>& segments, bool directed = false)
+auto divided(const std::vector<SegmentKey>& segments, bool directed = false)
 {
     CAutoDiv divider;
     for (const SegmentKey& segment : segments) divider.addSegment(segment, 1, 0);
