@@ -98,7 +98,7 @@ double RingMeasure::polygonArea(const Point2DF* ring, int count, const double* b
         forEachPlainArcExtreme(
             from, to, bulge, [&](ArcExtreme, const Point2DF& point, const PlainArcPlaces& places) {
                 const double fraction = places.fraction(point);
-                if (fraction < kSamePlace || 1 - fraction < kSamePlace) return;
+                if (!(fraction >= kSamePlace && 1 - fraction >= kSamePlace)) return;
                 cuts_[cutCount_++] = {i + fraction, point};
             });
         sortCuts();
