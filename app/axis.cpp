@@ -140,14 +140,13 @@ void Axis::measureDirection(const Piece& piece, const tav::Point3DF& local, Stat
         known = geometric_->segmentDirectionAngle2d(path, 0, station.direction);
     } else {
         tav::Point3DF centre;
-        double tx = 0;
-        double ty = 0;
-        known = geometric_->segmentArcCircle2d(path, 0, centre, station.radius) &&
-                geometric_->arcTangentAtPoint(path, 0, local, tx, ty);
-        // The tangent is the counter-clockwise one whichever way the arc runs.
+        known = geometric_->segmentArcCircle2d(path, 0, centre, station.radius);
+        // Square to the radius. The module's tangent would be none beside the chord of a flat arc,
+        // where no side can be told.
         const double sense = piece.bulge > 0 ? 1 : -1;
-        known = known && geometric_->directionAngle2d({0, 0, 0}, {sense * tx, sense * ty, 0},
-                                                      station.direction);
+        station.direction =
+            std::atan2(sense * (local.x() - centre.x()), sense * (centre.y() - local.y()));
+        if (station.direction < 0) station.direction += 2 * std::numbers::pi;
         station.radius = sense * currentPath_.scale.unscaled(station.radius);
     }
     if (!known) failToMeasure(piece.from);

@@ -73,6 +73,8 @@ TEST(Axis, RunsAsTurningTheStartRadiusTells)
         {{-10, 20}, 6, 1.5 * kPi},
         {{5e5, 4e6}, 3, -6.2},
         {{5e5, 4e6}, 3, 0.002, 1, 9000},
+        {{5e5, 4e6}, 3, 4e-6, 1, 9e6},
+        {{0, 0}, 2, -5e-5, 1, 1e6},
         {{8.5, 47.2}, 0.3, 1.2, 1e-6},
         {{8.5, 47.2}, 0.3, -4.0, 1e-6},
         {{0, 0}, 1.3, -2.2, 1e9},
@@ -169,6 +171,9 @@ TEST(StationCommand, TakesStationsAskedForOrVertices)
     EXPECT_NEAR(axes[1]["stations"][0]["point"][1], 4 * std::sin(0.25), 1e-12);
     EXPECT_EQ(axes[1]["beyond"], json({14.0}));
     EXPECT_NEAR(axes[1]["length"], 4 * kPi, 1e-12);
+
+    EXPECT_THAT(run("station in.dxf --layer Axis --at 14 1", scratch).out,
+                testing::ContainsRegex("axis 2 .*\n(.*\n)*    beyond the end: 14\n  axis 3"));
 
     const json ring = axesOf("")[2];
     EXPECT_EQ(ring["stations"].size(), 5u);
