@@ -4,6 +4,7 @@
 #include <dxflib/dl_dxf.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -96,7 +97,6 @@ public:
 
     void addVertex(const DL_VertexData& data) override
     {
-        if (!inChain_) return;
         const bool flip = chainIsMirrored_ && !chainIs3d_;
         chain_.points.append({flip ? -data.x : data.x, data.y});
         chain_.bulges.append(chainIs3d_ ? 0.0 : (flip ? -data.bulge : data.bulge));
@@ -171,10 +171,12 @@ std::string fileText(const std::string& path)
     if (std::filesystem::is_directory(status)) throw UserError(path + ": a folder, not a file");
     std::ifstream stream(path, std::ios::binary);
     if (!stream) throw UserError(path + ": the file cannot be read");
-    std::ostringstream text;
-    text << stream.rdbuf();
+    std::string text;
+    std::array<char, 1 << 16> block{};
+    while (stream.read(block.data(), block.size()), stream.gcount() > 0)
+        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
     if (stream.bad()) throw UserError(path + ": the file cannot be read");
-    return std::move(text).str();
+    return text;
 }
 
 }  // namespace
