@@ -84,15 +84,13 @@ public:
         if (found != cells_.end()) found->second.push_back(point);
     }
 
-    /// Counts up to 2.
+    /// Counts up to 2; the place must have been watched.
     int countNear(const Point2DF& place) const
     {
         int count = 0;
         for (int dx = -1; dx <= 1; ++dx)
             for (int dy = -1; dy <= 1; ++dy) {
-                const auto found = cells_.find(cell(place, dx, dy));
-                if (found == cells_.end()) continue;
-                for (const Point2DF& point : found->second)
+                for (const Point2DF& point : cells_.at(cell(place, dx, dy)))
                     if (std::fabs(point.x() - place.x()) < reach_ &&
                         std::fabs(point.y() - place.y()) < reach_ && ++count == 2)
                         return count;

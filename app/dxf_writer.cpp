@@ -353,8 +353,7 @@ void Writer::lightPolyline(const Figure& figure, const std::string& layer)
     group(100, "AcDbPolyline");
     group(90, figure.points.size());
     group(70, figure.closed ? 1 : 0);
-    if (!figure.elevations.isEmpty() && figure.elevations.first() != 0.0)
-        group(38, figure.elevations.first());
+    if (!figure.elevations.isEmpty()) group(38, figure.elevations.first());
     for (int i = 0; i < figure.points.size(); ++i) {
         group(10, figure.points.at(i).x());
         group(20, figure.points.at(i).y());

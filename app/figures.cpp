@@ -70,7 +70,7 @@ Box segmentBox(const Point2DF& from, const Point2DF& to, double bulge)
     box.add(to);
     const Point2DF chord = to - from;
     const double length = std::hypot(chord.x(), chord.y());
-    if (bulge == 0.0 || length == 0.0) return box;
+    if (bulge == 0.0) return box;
 
     // The centre lies on the chord's bisector, on its left for a short counter-clockwise arc.
     const double offset = (1.0 - bulge * bulge) / (4.0 * bulge);
@@ -98,7 +98,7 @@ Box figureBox(const Points& points, const Values& bulges, bool closed)
     const int count = points.size();
     for (const Point2DF& point : points) box.add(point);
     for (int i = 0; i < (closed ? count : count - 1); ++i)
-        if (i < bulges.size() && bulges.at(i) != 0.0)
+        if (bulges.at(i) != 0.0)
             box.add(segmentBox(points.at(i), points.at((i + 1) % count), bulges.at(i)));
     return box;
 }

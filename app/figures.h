@@ -14,7 +14,7 @@ struct Box {
     double maxX = -std::numeric_limits<double>::infinity();
     double maxY = -std::numeric_limits<double>::infinity();
 
-    bool isEmpty() const { return !(minX <= maxX && minY <= maxY); }
+    bool isEmpty() const { return !(minX <= maxX); }
     double width() const { return maxX - minX; }
     double height() const { return maxY - minY; }
     void add(const tav::Point2DF& point);

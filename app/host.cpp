@@ -61,7 +61,7 @@ Host::Host(const std::string& askedFolder)
 
 void Host::loadGeometry()
 {
-    if (!geometry_) geometry_ = loaded(fs::path(plugin_->path()).replace_filename(kGeometryPlugin));
+    geometry_ = loaded(fs::path(plugin_->path()).replace_filename(kGeometryPlugin));
 }
 
 void Host::failToCreate(const char* interfaceName) const

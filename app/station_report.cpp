@@ -105,7 +105,6 @@ Box extentOf(const StationReport& report)
             extent.add(tick.right);
         }
     }
-    if (extent.isEmpty()) return extent;
     const double room = std::max(extent.width(), extent.height()) / 24;
     return {extent.minX - room, extent.minY - room, extent.maxX + room, extent.maxY + room};
 }

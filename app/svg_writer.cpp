@@ -192,14 +192,13 @@ std::string SvgPicture::y(const tav::Point2DF& point) const
 /// The figure as commands M, L, A and Z.
 std::string SvgPicture::pathData(const Points& points, const Values& bulges, bool closed) const
 {
-    if (points.isEmpty()) return {};
     std::string data = "M";
     data += place(points.at(0));
     const int count = points.size();
     for (int i = 0; i < (closed ? count : count - 1); ++i) {
         const tav::Point2DF& from = points.at(i);
         const tav::Point2DF& to = points.at((i + 1) % count);
-        const double bulge = i < bulges.size() ? bulges.at(i) : 0.0;
+        const double bulge = bulges.at(i);
         const double chord = from.distanceTo(to) * scale_;
         const bool isArc = std::fabs(bulge) * chord / 2 > kFlatSagitta;
         if (!isArc && i + 1 == count) continue;  // Z draws it

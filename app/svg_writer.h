@@ -26,7 +26,7 @@ public:
     void beginGroup(const std::string& name, const SvgStyle& style);
     void endGroup();
 
-    /// A figure; `fill` takes the place of the group's when it is not empty, `tip` shows when a
+    /// A figure, with as many bulges as points; `fill` takes the place of the group's when it is not empty, `tip` shows when a
     /// pointer rests on the figure.
     void figure(const Points& points, const Values& bulges, bool closed,
                 const std::string& fill = {}, const std::string& tip = {});
