@@ -1,9 +1,10 @@
 // The program itself: what it answers, with which status, and which files it leaves.
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/stat.h>
 
 #include <chrono>
-#include <nlohmann/json.hpp>
 #include <numbers>
 #include <random>
 #include <thread>
@@ -20,11 +21,9 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-json runJson(const std::string& words, const Scratch& folder = Scratch())
+json runLoops(const std::string& words, const Scratch& folder = Scratch())
 {
-    const Answer answer = run("loops " + words + " --json", folder);
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    return json::parse(answer.out, nullptr, false);
+    return runJson("loops " + words, folder);
 }
 
 /// A square of 10 with a disc in it and a line across that goes on for 2 beyond the right side.
@@ -40,7 +39,8 @@ TEST(Command, ExplainsItself)
     EXPECT_EQ(help.status, 0);
     EXPECT_THAT(help.out, testing::AllOf(HasSubstr("loops"), HasSubstr("classes")));
     EXPECT_THAT(run("loops --help").out, HasSubstr("--snap"));
-    const json classes = json::parse(run("classes --json").out, nullptr, false)["classes"];
+    EXPECT_THAT(run("classes").out, HasSubstr("IDataGeo   -1142176994"));
+    const json classes = runJson("classes")["classes"];
     ASSERT_EQ(classes.size(), 6u);
     EXPECT_EQ(classes[3]["interfaces"][0], json({{"name", "IDataGeo"}, {"id", -1142176994}}));
 }
@@ -55,7 +55,7 @@ TEST(Command, FindsAndDescribesLoops)
 {
     const Scratch scratch;
     scratch.write("in.dxf", dxfText(kSquareWithDisc));
-    const json answer = runJson("in.dxf -o out.dxf --svg out.svg", scratch);
+    const json answer = runLoops("in.dxf -o out.dxf --svg out.svg", scratch);
     EXPECT_EQ(answer["entities"], json({{"CIRCLE", 1}, {"LINE", 2}, {"LWPOLYLINE", 1}}));
     EXPECT_EQ(answer["skipped"], json({{"TEXT", 1}}));
     EXPECT_EQ(answer["interrupted"], false);
@@ -95,6 +95,14 @@ TEST(Command, FindsAndDescribesLoops)
     EXPECT_THAT(readFile(scratch.path("out.svg")),
                 testing::AllOf(HasSubstr("A90 90 0"), HasSubstr("</svg>")));
 
+    // A bridge from one square to another is no loop, and has no free end.
+    scratch.write("bridge.dxf", dxfText({"LWPOLYLINE 70=1 10=0 20=0 10=4 20=0 10=4 20=4 10=4 20=4",
+                                         "LINE 8=Far 10=-10 20=-1 11=13 21=30",
+                                         "LWPOLYLINE 70=1 10=8 20=4 10=8 20=0 10=12 20=0",
+                                         "LINE 8=Way 10=4 20=4 11=8 21=4"}));
+    EXPECT_THAT(run("loops bridge.dxf", scratch).out,
+                HasSubstr("bridge at 6, 4  length 4  layer Way"));
+
     const Answer table = run("loops in.dxf", scratch);
     for (const char* part : {"in.dxf", "LINE 2", "TEXT 1", "segments", "free end at 12, 5", "100"})
         EXPECT_THAT(table.out, HasSubstr(part));
@@ -105,12 +113,12 @@ TEST(Command, TakesLayersOutlinesAndGaps)
 {
     const Scratch scratch;
     scratch.write("in.dxf", dxfText(kSquareWithDisc));
-    const json plot = runJson("in.dxf --layer plot DISC", scratch);
+    const json plot = runLoops("in.dxf --layer plot DISC", scratch);
     EXPECT_EQ(plot["loops"].size(), 2u);
     EXPECT_EQ(plot["on_other_layers"], 3);
 
     // The wall between the halves bounds no outline, and is no dangle all the same.
-    const json outlines = runJson("in.dxf --outer", scratch);
+    const json outlines = runLoops("in.dxf --outer", scratch);
     EXPECT_EQ(outlines["loops"].size(), 2u);
     EXPECT_NEAR(outlines["area"], 100, 1e-12);
     EXPECT_EQ(outlines["dangles"].size(), 1u);
@@ -121,7 +129,7 @@ TEST(Command, TakesLayersOutlinesAndGaps)
                            "LWPOLYLINE 90=4 70=1 10=0 20=6 10=0 20=8 10=8 20=8 10=8 20=6",
                            "LWPOLYLINE 90=4 70=1 10=0 20=2 10=2 20=2 10=2 20=6 10=0 20=6",
                            "LWPOLYLINE 90=4 70=1 10=6 20=2 10=8 20=2 10=8 20=6 10=6 20=6"}));
-    const json gaps = runJson("bars.dxf --directed", scratch);
+    const json gaps = runLoops("bars.dxf --directed", scratch);
     EXPECT_EQ(gaps["kind"], "gaps");
     ASSERT_EQ(gaps["loops"].size(), 1u);
     EXPECT_NEAR(gaps["area"], 16, 1e-9);
@@ -153,7 +161,7 @@ TEST(Command, TellsLoopsInsideAnotherFromItsNeighbours)
                                lineNote(90, -1, b.x(), b.y())});
     const Scratch scratch;
     scratch.write("in.dxf", dxfText(notes));
-    const json answer = runJson("in.dxf --scale 0", scratch);
+    const json answer = runLoops("in.dxf --scale 0", scratch);
     int nested = 0;
     for (const json& loop : answer["loops"]) nested += static_cast<bool>(loop["nested"]);
     EXPECT_GT(inside, 100);
@@ -170,11 +178,11 @@ TEST(Command, SnapsAndScales)
         "in.dxf",
         dxfText({lineNote(x, y, x + s, y), lineNote(x + s, y + gap, x + s, y + s),
                  lineNote(x + s - gap, y + s, x, y + s), lineNote(x, y + s - gap, x, y + gap)}));
-    const json open = runJson("in.dxf", scratch);
+    const json open = runLoops("in.dxf", scratch);
     EXPECT_EQ(open["scale"], 3);
     EXPECT_EQ(open["loops"].size(), 0u);
     EXPECT_EQ(open["dangles"].size(), 4u);
-    const json closed = runJson("in.dxf --snap 0.0002 -o out.dxf", scratch);
+    const json closed = runLoops("in.dxf --snap 0.0002 -o out.dxf", scratch);
     EXPECT_EQ(closed["loops"].size(), 1u);
     EXPECT_EQ(closed["dangles"].size(), 0u);
     // What was read comes back bit for bit, whatever the scale.
@@ -182,8 +190,17 @@ TEST(Command, SnapsAndScales)
     const Points given = {{x, y}, {x + s, y}, {x + s, y + s}, {x, y + s}};
     EXPECT_THAT(std::vector(corners.begin(), corners.end()),
                 testing::UnorderedElementsAreArray(given.begin(), given.end()));
-    EXPECT_EQ(runJson("in.dxf --scale -2", scratch)["scale"], -2);
-    EXPECT_EQ(runJson("in.dxf --scale=20", scratch)["scale"], 20);
+    EXPECT_EQ(runLoops("in.dxf --scale -2", scratch)["scale"], -2);
+    EXPECT_EQ(runLoops("in.dxf --scale=20", scratch)["scale"], 20);
+    EXPECT_THAT(run("loops in.dxf --scale 0", scratch).out,
+                HasSubstr("4 segments stay shorter than 0.05"));
+    // A loop too thin for a point inside, and a line that is all in one node.
+    scratch.write("thin.dxf", dxfText({"LWPOLYLINE 70=1 10=0 20=0 10=5 20=0 10=5 20=0.0001",
+                                       lineNote(0, 9, 4e-6, 9)}));
+    const json thin = runLoops("thin.dxf --scale 0 --outer", scratch);
+    EXPECT_TRUE(thin["loops"][0]["inner_point"].is_null());
+    EXPECT_EQ(thin["left_out"], 2);
+    EXPECT_THAT(run("loops thin.dxf --scale 0 --outer", scratch).out, HasSubstr("left out"));
 }
 
 TEST(Command, TellsBadInputInOneLineAndLeavesNoFile)
@@ -200,6 +217,7 @@ TEST(Command, TellsBadInputInOneLineAndLeavesNoFile)
         {"loops", "IN.dxf"},
         {"loops none.dxf", "no such file"},
         {"loops . -o out.dxf", "a folder"},
+        {"loops /proc/self/mem -o out.dxf", "the file cannot be read"},
         {"loops bad.dxf -o out.dxf", "bad.dxf:8: LINE"},
         {"loops huge.dxf -o out.dxf", "huge.dxf:"},
         {"loops cut.dxf -o out.dxf --json", "cut off"},
@@ -220,6 +238,40 @@ TEST(Command, TellsBadInputInOneLineAndLeavesNoFile)
     };
     for (const auto& [words, told] : cases) expectRefusal(words, told, scratch);
     EXPECT_EQ(readFile(scratch.path("good.dxf")), text);
+
+    // A plugin that is none, one that has other classes, and a full disk.
+    const Scratch broken, foreign, streams;
+    broken.write("libquon_calcora.so", "no library");
+    std::filesystem::copy(CALCORA_GEOMETRY_PLUGIN, foreign.path("libquon_calcora.so"));
+    const std::string rest = " loops good.dxf -o out.dxf";
+    setenv("CALCORA_PLUGIN_DIR", broken.path("").c_str(), 1);
+    expectRefusal(rest, "libquon_calcora.so: ", scratch);
+    unsetenv("CALCORA_PLUGIN_DIR");
+    expectRefusal("--plugin-dir " + foreign.path("") + rest, "offers no I", scratch);
+    const Answer full = finish(start("loops good.dxf", scratch, streams, "/dev/full"), streams);
+    EXPECT_EQ(full.status, 2);
+    EXPECT_THAT(full.err, StartsWith("calcora: the answer cannot be written: "));
+}
+
+TEST(Command, TellsHowMuchItsTablesLeaveOut)
+{
+    const Scratch scratch;
+    std::vector<std::string> notes;
+    for (int i = 0; i < 60; ++i) notes.push_back(lineNote(2 * i, 0, 2 * i + 1, 3));
+    scratch.write("in.dxf", dxfText(notes));
+    for (const auto& [words, told] :
+         {std::pair("loops", "and 55 more (--json lists all)"),
+          std::pair("measure", "... and 40 more (all with --json)"),
+          std::pair("station --layer A --every 0.02", "and 60 more (--csv and --json list all)")})
+        EXPECT_THAT(run(words + std::string(" in.dxf"), scratch).out, HasSubstr(told));
+}
+
+/// Returns when the folder has so many files, or after a minute.
+void awaitFiles(const Scratch& folder, int count)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (folder.fileCount() < count && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 TEST(Command, StopsOnRequest)
@@ -243,9 +295,7 @@ TEST(Command, StopsOnRequest)
         const Scratch streams;
         const pid_t child = start(words + input + " -o out.dxf --json", outputs, streams);
         // The file in the making appears when reading is done and the work begins.
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (outputs.fileCount() == 0 && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        awaitFiles(outputs, 1);
         kill(child, SIGINT);
         const Answer answer = finish(child, streams);
         EXPECT_EQ(answer.status, 130) << words;
@@ -254,9 +304,86 @@ TEST(Command, StopsOnRequest)
     }
 }
 
+const char* const kCommands[] = {
+    "loops in.dxf",
+    "measure in.dxf",
+    "square in.dxf",
+    "simplify in.dxf --tolerance 1",
+    "offset in.dxf --distance 1",
+    "smooth in.dxf --curve spline",
+    "station in.dxf --layer A",
+};
+
+TEST(Command, TakesADrawingWithNothingToWorkOn)
+{
+    const Scratch scratch;
+    scratch.write("in.dxf", dxfText({"POINT 8=A 10=1 20=2"}));
+    for (const std::string words : kCommands) {
+        if (words.starts_with("station")) continue;  // it has to have an axis
+        EXPECT_EQ(run(words + " -o out.dxf --svg out.svg", scratch).status, 0) << words;
+        EXPECT_EQ(readDxf(scratch.path("out.dxf"), {}).figures.size(), 0u);
+        EXPECT_THAT(readFile(scratch.path("out.svg")), HasSubstr("</svg>"));
+    }
+}
+
+TEST(Command, AnswersAndLeavesNoFileWhenStopped)
+{
+    const Scratch scratch;
+    std::vector<std::string> notes;
+    for (int i = 0; i < 9000; ++i) notes.push_back(lineNote(i, 0.1, i + 1.1, 3.3));
+    scratch.write("in.dxf", dxfText(notes));
+    // A pipe is opened when it has a reader: that is before the work begins. What is written to it
+    // waits for the reader too.
+    const std::string pipe = scratch.path("pipe");
+    mkfifo(pipe.c_str(), 0600);
+    const auto stop = [&](const std::string& words, bool whileWriting) {
+        const Scratch streams;
+        const pid_t child = start(words + " -o out.dxf --svg pipe", scratch, streams);
+        awaitFiles(scratch, 3);
+        if (!whileWriting) kill(child, SIGINT);
+        std::ifstream reader(pipe, std::ios::binary);
+        if (whileWriting) {
+            reader.get();
+            kill(child, SIGINT);
+        }
+        std::ostringstream picture;
+        picture << reader.rdbuf();
+        const Answer answer = finish(child, streams);
+        EXPECT_EQ(answer.status, 130) << words;
+        EXPECT_THAT(picture.str(), testing::Not(HasSubstr("</svg>")));
+        EXPECT_EQ(scratch.fileCount(), 2) << words;
+        return answer.out;
+    };
+    for (const std::string words : kCommands) {
+        EXPECT_THAT(stop(words, false), HasSubstr("\ninterrupted: this is what was "));
+        EXPECT_EQ(json::parse(stop(words + " --json", false))["interrupted"], true);
+    }
+    EXPECT_THAT(stop("measure in.dxf", true), HasSubstr("\ninterrupted: "));
+}
+
+TEST(Command, ShowsOnATerminalWhatTakesLong)
+{
+    // Reading from a pipe takes as long as its writer likes.
+    const Scratch scratch, streams;
+    mkfifo(scratch.path("in.dxf").c_str(), 0600);
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    const pid_t child = start("loops in.dxf", scratch, streams, "", ptsname(terminal));
+    std::string shown;
+    char letter = 0;
+    while (shown.find("(Ctrl-C stops)") == shown.npos && read(terminal, &letter, 1) == 1)
+        shown += letter;
+    EXPECT_EQ(shown, "\r\x1b[Kreading in.dxf ... 1 s (Ctrl-C stops)");
+    scratch.write("in.dxf", dxfText(kSquareWithDisc));
+    EXPECT_THAT(finish(child, streams).out, HasSubstr("total area"));
+    while (read(terminal, &letter, 1) == 1) shown += letter;
+    EXPECT_THAT(shown, testing::EndsWith("\r\x1b[K"));
+    close(terminal);
+}
+
 TEST(Command, WorksOnTheSampleDrawing)
 {
-    const json answer = runJson(CALCORA_EXAMPLES "/site_plan.dxf");
+    const json answer = runLoops(CALCORA_EXAMPLES "/site_plan.dxf");
     // Streets, plots and gardens leave nothing of the 320 by 220 site.
     EXPECT_NEAR(answer["area"], 320 * 220, 1e-6);
     EXPECT_EQ(answer["dangles"].size(), 5u);
@@ -270,11 +397,11 @@ TEST(Command, WorksOnTheBordersOfTheStates)
     if (!std::filesystem::exists(input)) GTEST_SKIP() << "no sample data here";
     // An exact polygonizer finds two slivers of 1e-14 more, where a border is drawn twice with one
     // digit changed.
-    const json answer = runJson(input);
+    const json answer = runLoops(input);
     EXPECT_EQ(answer["loops"].size(), 106u);
     EXPECT_NEAR(answer["area"], 94.717208, 1e-6);
     EXPECT_EQ(answer["dangles"].size(), 1u);
-    EXPECT_NEAR(runJson(input + " --outer")["area"], 94.717208, 1e-6);
+    EXPECT_NEAR(runLoops(input + " --outer")["area"], 94.717208, 1e-6);
 }
 
 }  // namespace

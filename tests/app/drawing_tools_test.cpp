@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <numbers>
 #include <sstream>
 
@@ -15,31 +14,10 @@
 namespace {
 
 using namespace calcora::app;
-using app_tests::dxfText;
-using app_tests::Scratch;
+using namespace app_tests;
 using nlohmann::json;
 
 constexpr double kPi = std::numbers::pi;
-
-struct Answer {
-    int status = -1;
-    std::string text;
-    json object;
-};
-
-/// What the program prints; errors are in the text too.
-Answer run(const std::string& words)
-{
-    Answer answer;
-    FILE* pipe = popen((std::string(CALCORA_PROGRAM) + " " + words + " 2>&1").c_str(), "r");
-    char buffer[4096];
-    for (std::size_t n = 0; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        answer.text.append(buffer, n);
-    const int status = pclose(pipe);
-    answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    answer.object = json::parse(answer.text, nullptr, false);
-    return answer;
-}
 
 /// A half disc of radius 3 over a square of side 6 at (x, y), counter-clockwise or clockwise.
 std::string domeNote(double x, double y, bool clockwise)
@@ -68,9 +46,8 @@ TEST(Measure, MeasuresAreasWithArcsAtAnyPlaceEitherWay)
             const std::string input = scratch.write(
                 "in.dxf", dxfText({domeNote(x, y, clockwise), "LINE 8=Road 10=0 20=0 11=3 21=4",
                                    "CIRCLE 8=Dome 10=0 20=0 40=2"}));
-            const Answer answer = run("measure --json --layer Dome -- " + input + " ");
-            ASSERT_EQ(answer.status, 0) << answer.text;
-            const json& layer = answer.object["layers"][0];
+            const json answer = runJson("measure " + input + " --layer Dome");
+            const json& layer = answer["layers"][0];
             EXPECT_NEAR(layer["area"], area + 4 * kPi, 1e-8);
             const json& dome = layer["figures"][0];
             EXPECT_NEAR(dome["area"], area, 1e-8);
@@ -81,7 +58,7 @@ TEST(Measure, MeasuresAreasWithArcsAtAnyPlaceEitherWay)
             EXPECT_EQ(dome["orientation"], clockwise ? "clockwise" : "counter-clockwise");
             EXPECT_GT(dome["inner_point"][0], x);
             EXPECT_LT(dome["inner_point"][0], x + 6);
-            EXPECT_EQ(answer.object["on_other_layers"], 1);
+            EXPECT_EQ(answer["on_other_layers"], 1);
         }
 }
 
@@ -93,10 +70,13 @@ TEST(Measure, TellsMajorArcsAndFiguresWithoutArea)
         "in.dxf",
         dxfText({"LWPOLYLINE 8=A 90=3 70=1 10=1 20=0 42=2.414213562373095 10=0 20=-1 "
                  "10=0 20=0",
-                 "LWPOLYLINE 8=A 90=2 70=1 10=0 20=0 10=5 20=0", "LINE 8=A 10=0 20=0 11=3 21=4"}));
-    const Answer answer = run("measure " + input + " --json");
-    ASSERT_EQ(answer.status, 0) << answer.text;
-    const json& figures = answer.object["layers"][0]["figures"];
+                 "LWPOLYLINE 8=A 90=2 70=1 10=0 20=0 10=5 20=0", "LINE 8=A 10=0 20=0 11=3 21=4",
+                 // Ends where it begins: closed. There and back: a line.
+                 "LWPOLYLINE 8=A 70=0 38=2 10=0 20=0 10=6 20=0 10=0 20=6 10=0 20=0",
+                 "LWPOLYLINE 8=A 70=0 10=0 20=0 10=6 20=0 10=0 20=0"}));
+    const std::string picture = scratch.path("out.svg");
+    const json answer = runJson("measure " + input + " --svg " + picture);
+    const json& figures = answer["layers"][0]["figures"];
     EXPECT_NEAR(figures[0]["area"], 0.75 * kPi, 1e-12);
     const double reach = 4.0 / (9 * kPi);  // of the quarter that is missing, thrice as far
     EXPECT_NEAR(figures[0]["centroid"][0], -reach, 1e-12);
@@ -105,6 +85,14 @@ TEST(Measure, TellsMajorArcsAndFiguresWithoutArea)
     EXPECT_TRUE(figures[1]["inner_point"].is_null());
     EXPECT_EQ(figures[2]["length"], 5);
     EXPECT_EQ(figures[2]["closed"], false);
+    EXPECT_EQ(figures[3]["closed"], true);
+    EXPECT_EQ(figures[3]["vertices"], 3);
+    EXPECT_EQ(figures[3]["area"], 18);
+    EXPECT_EQ(figures[4]["closed"], false);
+    // The number of the second figure with an area stands in it.
+    EXPECT_THAT(app_tests::readFile(picture), testing::ContainsRegex(">4</text>"));
+    EXPECT_THAT(run("measure " + input).out,
+                testing::ContainsRegex(" 4 .* 18 +counter-clockwise +2, 2 "));
 }
 
 /// A closed outline through places given as "x y" in pairs, turned by an angle and moved.
@@ -125,14 +113,20 @@ TEST(Square, MakesEveryCornerRightAndTellsTheFarthestMove)
     const std::string input = scratch.write(
         "in.dxf",
         dxfText({outlineNote({0, 0, 12, 0.05, 11.97, 5, 6, 5.04, 6.03, 9, 0.02, 9}, 0.4, 5e5, 4e6),
-                 "CIRCLE 8=House 10=0 20=0 40=2", "LINE 8=Fence 10=0 20=0 11=3 21=1"}));
-    const Answer answer = run("square --json -o " + scratch.path("out.dxf") + " " + input);
-    ASSERT_EQ(answer.status, 0) << answer.text;
-    EXPECT_EQ(answer.object["kept"], 2);
-    EXPECT_EQ(answer.object["outlines"][0]["corners"], 6);
+                 "CIRCLE 8=House 10=0 20=0 40=2", "LINE 8=Fence 10=0 20=0 11=3 21=1",
+                 outlineNote({0, 0, 9, 0.05, 9, 5, 0, 5}, 0, 0, 0) + " 38=7",
+                 // A roof: of its elevations nothing is left.
+                 "POLYLINE 66=1 70=9", "VERTEX 10=0 20=0 30=3", "VERTEX 10=9 20=0.05 30=3",
+                 "VERTEX 10=9 20=5 30=4", "VERTEX 10=0 20=5 30=4", "SEQEND"}));
+    const json answer = runJson("square -o " + scratch.path("out.dxf") + " " + input);
+    EXPECT_EQ(answer["kept"], 2);
+    EXPECT_EQ(answer["outlines"][0]["corners"], 6);
 
     const Drawing out = readDxf(scratch.path("out.dxf"), {});
-    ASSERT_EQ(out.figures.size(), 3u);
+    ASSERT_EQ(out.figures.size(), 5u);
+    EXPECT_EQ(out.figures[3].elevations, (Values{7, 7, 7, 7}));
+    EXPECT_TRUE(out.figures[4].elevations.isEmpty());
+    EXPECT_THAT(run("square " + input).out, testing::ContainsRegex("squared +3\n"));
     const Points before = readDxf(input, {}).figures[0].points;
     const Points& corners = out.figures[0].points;
     double farthest = 0;
@@ -147,7 +141,7 @@ TEST(Square, MakesEveryCornerRightAndTellsTheFarthestMove)
                 nearest, std::hypot(point.x() - corners.at(i).x(), point.y() - corners.at(i).y()));
         farthest = std::max(farthest, nearest);
     }
-    EXPECT_DOUBLE_EQ(answer.object["farthest_move"], farthest);
+    EXPECT_DOUBLE_EQ(answer["farthest_move"], farthest);
     EXPECT_LT(farthest, 0.2);
 }
 
@@ -167,12 +161,13 @@ TEST(Simplify, ThinsStraightRunsKeepsArcsAndStaysWithinTheTolerance)
         "in.dxf",
         dxfText({wave.str(),
                  outlineNote({5, 0, 10, 0, 10, 5, 10, 10, 5, 10, 0, 10, 0, 5, 0, 0}, 0, 0, 0),
-                 outlineNote({0, 0, 9, 0.01, 5, 0.02}, 0, 0, 0)}));
-    const std::string words = "simplify --json --tolerance 0.1 " + input + " -o ";
-    const Answer answer = run(words + scratch.path("out.dxf"));
-    ASSERT_EQ(answer.status, 0) << answer.text;
-    EXPECT_LE(answer.object["deviation"], 0.1);
-    EXPECT_GT(answer.object["deviation"], 0.02);
+                 outlineNote({0, 0, 9, 0.01, 5, 0.02}, 0, 0, 0), "POLYLINE 66=1 70=8",
+                 "VERTEX 10=0 20=0 30=3", "VERTEX 10=4 20=0.05 30=5", "VERTEX 10=9 20=0 30=4",
+                 "SEQEND", domeNote(0, 0, false), "CIRCLE 10=0 20=0 40=0.01"}));
+    const std::string words = "simplify --tolerance 0.1 " + input + " -o ";
+    const json answer = runJson(words + scratch.path("out.dxf"));
+    EXPECT_LE(answer["deviation"], 0.1);
+    EXPECT_GT(answer["deviation"], 0.02);
 
     const Drawing out = readDxf(scratch.path("out.dxf"), {});
     const Points given = readDxf(input, {}).figures[0].points;
@@ -200,6 +195,9 @@ TEST(Simplify, ThinsStraightRunsKeepsArcsAndStaysWithinTheTolerance)
     EXPECT_EQ(arcs, 1);
     EXPECT_EQ(out.figures[1].points.size(), 4);
     EXPECT_EQ(out.figures[2].points.size(), 3);
+    EXPECT_EQ(out.figures[3].elevations, (Values{3, 4}));
+    EXPECT_EQ(out.figures[4].points.size(), 4);
+    EXPECT_EQ(out.figures[5].bulges, (Values{1, 1}));
 }
 
 TEST(Offset, CutsParallelsApartWhereTheyMeet)
@@ -230,14 +228,12 @@ TEST(Offset, CutsParallelsApartWhereTheyMeet)
             const std::string note = outlineNote(numbers, 0.3, 5e5 * far, 4e6 * far);
             const std::string input = scratch.write("in.dxf", dxfText({note}));
             const std::string out = scratch.path("out.dxf");
-            const Answer answer =
-                run("offset --json --distance=" + std::to_string(distance * size) + " " + input +
-                    " -o " + out);
-            ASSERT_EQ(answer.status, 0) << answer.text;
-            EXPECT_EQ(answer.object["parallels"].size(), areas.size());
-            EXPECT_EQ(answer.object["vanished"], areas.empty() ? 1 : 0);
+            const json answer = runJson("offset --distance=" + std::to_string(distance * size) +
+                                        " " + input + " -o " + out);
+            EXPECT_EQ(answer["parallels"].size(), areas.size());
+            EXPECT_EQ(answer["vanished"], areas.empty() ? 1 : 0);
             if (areas.empty()) continue;
-            const json layers = run("measure --json " + out).object["layers"];
+            const json layers = runJson("measure " + out)["layers"];
             std::vector<double> found;
             for (const json& figure : layers[0]["figures"]) found.push_back(figure["area"]);
             std::sort(found.begin(), found.end());
@@ -257,7 +253,7 @@ TEST(Offset, KeepsArcsAndTheWayOfOpenLines)
                  "CIRCLE 8=A 10=50 20=0 40=2"}));
     const Answer answer = run("offset --distance 1 --both " + input + " -o " +
                               scratch.path("out.dxf") + " --svg " + scratch.path("out.svg"));
-    ASSERT_EQ(answer.status, 0) << answer.text;
+    ASSERT_EQ(answer.status, 0) << answer.err;
     const Drawing out = readDxf(scratch.path("out.dxf"), {});
     ASSERT_EQ(out.figures.size(), 4u);
     for (int k = 0; k < 2; ++k) {
@@ -277,19 +273,18 @@ TEST(Offset, KeepsArcsAndTheWayOfOpenLines)
 TEST(DrawingTools, TellMistakesInOneLineAndLeaveNoFile)
 {
     const Scratch scratch;
-    const std::string input = scratch.write("in.dxf", dxfText({"LINE 8=A 10=0 20=0 11=3 21=1"}));
-    const std::string out = " -o " + scratch.path("out.dxf");
-    for (const std::string& words :
-         {"simplify " + input + out, "simplify --tolerance 0 " + input + out,
-          "simplify --tolerance x " + input + out, "offset --distance 0 " + input + out,
-          "square " + scratch.path("none.dxf") + out, "measure --layer B " + input + out,
-          "square " + input + out + " --svg /none/x.svg"}) {
-        const Answer answer = run(words);
-        EXPECT_EQ(answer.status, 2) << words;
-        EXPECT_EQ(answer.text.rfind("calcora: ", 0), 0u) << answer.text;
-        EXPECT_EQ(std::count(answer.text.begin(), answer.text.end(), '\n'), 1) << answer.text;
-        EXPECT_EQ(scratch.fileCount(), 1) << words;
-    }
+    scratch.write("in.dxf", dxfText({"LINE 8=A 10=0 20=0 11=3 21=1"}));
+    const std::pair<const char*, const char*> cases[] = {
+        {"simplify in.dxf", "--tolerance"},
+        {"simplify in.dxf --tolerance 0", "no length above 0"},
+        {"simplify in.dxf --tolerance x", "no length above 0"},
+        {"offset in.dxf --distance 0", "no distance other than 0"},
+        {"square none.dxf", "no such file"},
+        {"measure in.dxf --layer B", "no layer"},
+        {"square in.dxf --svg /none/x.svg", "x.svg: cannot be written"},
+    };
+    for (const auto& [words, told] : cases)
+        expectRefusal(words + std::string(" -o out.dxf"), told, scratch);
 }
 
 }  // namespace

@@ -35,6 +35,7 @@ TEST(Reader, TurnsArcsIntoBulges)
     const Case cases[] = {
         {"ARC 10=1 20=2 40=3 50=0 51=90", {{4, 2}, {1, 5}}, {quarter, 0}, false},
         {"ARC 10=0 20=0 40=2 50=270 51=90", {{0, -2}, {0, 2}}, {1, 0}, false},
+        {"ARC 10=0 20=0 40=2 50=-1e-20 51=90", {{2, 0}, {0, 2}}, {quarter, 0}, false},
         {"ARC 10=0 20=0 40=2 50=-90 51=450", {{0, -2}, {0, 2}}, {1, 0}, false},
         {"ARC 10=0 20=0 40=2 50=90 51=0", {{0, 2}, {2, 0}}, {1 / quarter, 0}, false},
         {"ARC 10=0 20=0 40=2 50=30 51=390", {{2, 0}, {-2, 0}}, {1, 1}, true},
@@ -63,6 +64,15 @@ TEST(Reader, TurnsArcsIntoBulges)
          false},
         // As long one way as the other: a circle after all.
         {"ELLIPSE 10=0 20=0 11=0 21=2 40=1", {{2, 0}, {-2, 0}}, {1, 1}, true},
+        {"ELLIPSE 10=0 20=0 11=0 21=2 40=1 41=0 42=6.283185", {{2, 0}, {-2, 0}}, {1, 1}, true},
+        {"ELLIPSE 10=0 20=0 11=0 21=2 40=1 41=0 42=1.5707963267948966",
+         {{0, 2}, {-2, 0}},
+         {quarter, 0},
+         false},
+        {"ELLIPSE 10=0 20=0 11=0 21=2 40=-1 41=0 42=1.5707963267948966",
+         {{2, 0}, {0, 2}},
+         {quarter, 0},
+         false},
     };
     for (const auto& [note, points, bulges, closed] : cases) {
         SCOPED_TRACE(note);
@@ -81,8 +91,11 @@ TEST(Reader, TurnsArcsIntoBulges)
 TEST(Reader, KeepsEllipsesWithinTheTolerance)
 {
     // A turned ellipse with semi-axes 10 and 4, whole and in part, seen from above and from below.
-    const std::string base = "ELLIPSE 10=3 20=-2 11=8 21=6 40=0.4";
-    for (const std::string ends : {"", " 41=0.5 42=4", " 41=5 42=1", " 41=0.5 42=4 230=-1"})
+    const std::string base = "ELLIPSE 10=3 20=-2 ";
+    const std::string longAxis = "11=8 21=6 40=0.4", shortAxis = "11=2.4 21=-3.2 40=2.5";
+    for (const std::string& ends :
+         {longAxis, longAxis + " 41=0.5 42=4", longAxis + " 41=5 42=1",
+          longAxis + " 41=0.5 42=4 230=-1", shortAxis, shortAxis + " 41=2.0707963267948966 42=5"})
         for (const double tolerance : {0.0, 0.5, 1e-4}) {
             SCOPED_TRACE(ends + " within " + std::to_string(tolerance));
             ReadOptions options;
@@ -92,7 +105,7 @@ TEST(Reader, KeepsEllipsesWithinTheTolerance)
             EXPECT_LE(drawing.ellipseReach, allowed);
             EXPECT_GT(drawing.ellipseReach, allowed / 8);  // no more chords than it takes
             const Figure& figure = drawing.figures.at(0);
-            EXPECT_EQ(figure.closed, ends.empty());
+            EXPECT_EQ(figure.closed, ends.find("41=") == ends.npos);
             const auto onEllipse = [](double x, double y) {
                 const double u = (0.8 * (x - 3) + 0.6 * (y + 2)) / 10;
                 const double v = (-0.6 * (x - 3) + 0.8 * (y + 2)) / 4;
@@ -106,7 +119,7 @@ TEST(Reader, KeepsEllipsesWithinTheTolerance)
                 const double inside = onEllipse((a.x() + b.x()) / 2, (a.y() + b.y()) / 2);
                 EXPECT_GE(inside, 1 - allowed / 4 - 1e-12);
             }
-            if (ends.find("0.5") == 1 + 3) {
+            if (ends.find("41=0.5") != ends.npos || ends.find("41=2.0") != ends.npos) {
                 const double turn = ends.find("230") == ends.npos ? 1 : -1;
                 const double c = std::cos(0.5), s = turn * std::sin(0.5);
                 const tav::Point2DF start(3 + 8 * c - 2.4 * s, -2 + 6 * c + 3.2 * s);
@@ -120,11 +133,16 @@ TEST(Reader, CountsWhatItTakesAndWhatNot)
     const std::string blocks = "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nDOOR\n" +
                                entity("LINE 8=A 10=0 20=0 11=5 21=0") + "0\nENDBLK\n0\nENDSEC\n";
     const std::string entities = dxfText({
-        "LINE 8=Walls 10=0 20=0 11=5 21=0",
+        "LINE 8=Walls 5=2A 99=x 150=y 240=z 10=0 20=0 11=5 21=0",  // codes of no numbers
         "LINE 8=WALLS 10=0 20=0 30=7 11=5 21=0 31=9",
         "LINE 8=Walls 10=1 20=1 11=1 21=1",
         "LINE 8=Walls 67=1 10=0 20=0 11=5 21=0",
         "CIRCLE 8=Trees 10=0 20=0 40=0",
+        "ARC 8=Trees 10=0 20=0 40=0 50=0 51=90",
+        "ELLIPSE 8=Trees 10=0 20=0 11=1 21=0 40=0",
+        "VERTEX 8=Trees 10=0 20=0",
+        "POLYLINE 8=Trees 66=1",
+        "SEQEND",
         "ARC 8=Trees 10=0 20=0 40=1 50=0 51=90 210=1 220=0 230=0",
         "POLYLINE 8=Trees 66=1 70=9",
         "VERTEX 10=0 20=0 30=1 42=0.5",
@@ -134,6 +152,10 @@ TEST(Reader, CountsWhatItTakesAndWhatNot)
         "POLYLINE 66=1 30=12.5",
         "VERTEX 10=0 20=0 42=0.5",
         "VERTEX 10=4 20=0",
+        "SEQEND",
+        "POLYLINE 8= 66=1 70=8 230=-1",
+        "VERTEX 10=1 20=0 30=1",
+        "VERTEX 10=4 20=0 30=2",
         "SEQEND",
         "POLYLINE 66=1 70=16 71=2 72=2",
         "VERTEX 10=0 20=0",
@@ -146,15 +168,19 @@ TEST(Reader, CountsWhatItTakesAndWhatNot)
         "SPLINE 8=Trees 70=8",
     });
     const Drawing drawing = readDxfText(blocks + "999\nby hand\n" + entities, "t.dxf", {});
-    EXPECT_EQ(drawing.taken, (KindCounts{{"LINE", 2}, {"POLYLINE", 2}}));
-    EXPECT_EQ(drawing.notTaken, (KindCounts{{"ARC (tilted plane)", 1},
+    EXPECT_EQ(drawing.taken, (KindCounts{{"LINE", 2}, {"POLYLINE", 3}}));
+    EXPECT_EQ(drawing.notTaken, (KindCounts{{"ARC (no radius)", 1},
+                                            {"ARC (tilted plane)", 1},
                                             {"CIRCLE (no radius)", 1},
+                                            {"ELLIPSE (no extent)", 1},
                                             {"INSERT", 1},
                                             {"LINE (no length)", 1},
                                             {"LINE (paper space)", 1},
                                             {"POLYLINE (mesh)", 1},
+                                            {"POLYLINE (no length)", 1},
                                             {"SPLINE", 1},
-                                            {"TEXT", 1}}));
+                                            {"TEXT", 1},
+                                            {"VERTEX", 1}}));
     // Layers are told apart without regard to case, and keep the name that came first.
     EXPECT_THAT(drawing.layers, testing::ElementsAre("Walls", "Trees", "0"));
     const auto& figures = drawing.figures;
@@ -167,12 +193,15 @@ TEST(Reader, CountsWhatItTakesAndWhatNot)
     EXPECT_EQ(figures[2].elevations, (Values{1, 2}));
     EXPECT_EQ(figures[3].bulges, (Values{0.5, 0}));
     EXPECT_EQ(figures[3].elevations, (Values{12.5, 12.5}));
+    // In space there is no plane to be seen from below. A layer without a name is 0.
+    EXPECT_EQ(figures[4].points.first(), tav::Point2DF(1, 0));
+    EXPECT_EQ(figures[4].layer, 2);
 
     ReadOptions onlyTrees;
     onlyTrees.layers = {"trees"};
     const Drawing trees = readDxfText(entities, "t.dxf", onlyTrees);
     EXPECT_EQ(trees.taken, (KindCounts{{"POLYLINE", 1}}));
-    EXPECT_EQ(trees.onOtherLayers, 7);
+    EXPECT_EQ(trees.onOtherLayers, 8);
 }
 
 TEST(Reader, RefusesBadInputInOneLine)
@@ -197,12 +226,16 @@ TEST(Reader, RefusesBadInputInOneLine)
         {head + "10\n1\n0\nENDSEC\n0\nEOF\n", "t.dxf:6: an entity was expected"},
         {head + "0\nEOF\n", "t.dxf:6: the entities section does not end"},
         {"0\nSECTION\n2\nTABLES\n0\nEOF\n", "t.dxf:6: a section that does not end"},
+        {"0\nSECTION\n2\nTABLES\n0\nSECTION\n", "t.dxf:6: a section that does not end"},
         {line("nan"), "t.dxf:8: LINE with a number that is none"},
         {line("inf"), "t.dxf:8: LINE"},
         {line("1e308"), "t.dxf:8: LINE"},
         {line("1e999"), "t.dxf:8: LINE"},
         {line("1,5"), "t.dxf:8: LINE"},
         {line("12abc"), "t.dxf:8: LINE"},
+        {line("+-1"), "t.dxf:8: LINE"},
+        {line(""), "t.dxf:8: LINE"},
+        {line("+"), "t.dxf:8: LINE"},
         {line("0x10"), "t.dxf:8: LINE"},
         {dxfText({"LINE 10=0 20=0 11=1"}), "t.dxf:6: LINE without group 21"},
         {dxfText({"ARC 10=0 20=0 40=1 50=0"}), "t.dxf:6: ARC without group 51"},
@@ -219,6 +252,7 @@ TEST(Reader, RefusesBadInputInOneLine)
     // What looks odd and is right all the same.
     EXPECT_EQ(refusal(line("+1.5E+2")), "");
     EXPECT_EQ(refusal(line("-1e-999")), "");
+    EXPECT_EQ(refusal(line("1E-999")), "");
     EXPECT_EQ(refusal("\xef\xbb\xbf" + good + "\n\n"), "");
     std::string crlf;
     for (const char c : good) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);

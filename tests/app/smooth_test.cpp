@@ -1,7 +1,6 @@
 // calcora smooth: which lines become which curves, and what the program answers.
 #include <cmath>
 #include <complex>
-#include <nlohmann/json.hpp>
 
 #include "app/dxf_reader.h"
 #include "tests/app/support.h"
@@ -24,9 +23,8 @@ Result smooth(const std::vector<std::string>& notes, const std::string& words)
 {
     const Scratch scratch;
     scratch.write("in.dxf", dxfText(notes));
-    const Answer answer = run("smooth in.dxf --json -o out.dxf --curve " + words, scratch);
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    return {json::parse(answer.out, nullptr, false), readDxf(scratch.path("out.dxf"), {})};
+    const json answer = runJson("smooth in.dxf -o out.dxf --curve " + words, scratch);
+    return {answer, readDxf(scratch.path("out.dxf"), {})};
 }
 
 /// The smallest distance of a point to the vertices.
@@ -46,17 +44,25 @@ const std::vector<std::string> kFallingLine = {"POLYLINE 8=River 66=1 70=8",
                                                "VERTEX 8=River 10=20 20=48 30=4 70=32",
                                                "VERTEX 8=River 10=30 20=50 30=1 70=32",
                                                "SEQEND 8=River",
-                                               "LINE 8=Fence 10=0 20=80 11=5 21=80"};
+                                               "LINE 8=Fence 10=0 20=80 30=4 11=5 21=80 31=4"};
 
 TEST(Smooth, KeepsLayersPointsAndElevations)
 {
     std::vector<std::string> notes = kFallingLine;
     notes.push_back(kLevelLine);
+    const Scratch scratch;
+    scratch.write("in.dxf", dxfText(notes));
+    const auto table = [&](const char* words) {
+        return run("smooth in.dxf -o out.dxf --curve " + std::string(words), scratch).out;
+    };
+    EXPECT_THAT(table("spline"), testing::AllOf(HasSubstr("levelled"), HasSubstr("1 repeats")));
+    EXPECT_THAT(table("akima"), testing::AllOf(HasSubstr("50 for each"), HasSubstr("kept")));
     for (const std::string& kind : kKinds) {
         SCOPED_TRACE(kind);
         const auto [answer, drawing] = smooth(notes, kind);
         ASSERT_EQ(drawing.figures.size(), 3u);
         EXPECT_EQ(answer["smoothed"], 2);
+        EXPECT_EQ(answer["curves"][1]["elevations"], "kept");
         EXPECT_EQ(answer["curves"][2]["repeats"], 1);
         const Figure& river = drawing.figures[0];
         const Figure& fence = drawing.figures[1];

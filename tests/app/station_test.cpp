@@ -1,6 +1,5 @@
 // Stations along axes: against rotation of the start radius, and as the command tells them.
 #include <cmath>
-#include <nlohmann/json.hpp>
 #include <numbers>
 
 #include "app/axis.h"
@@ -152,6 +151,15 @@ TEST(StationCommand, WritesEveryStation)
     const std::string crowded = readFile(scratch.path("s.svg"));
     EXPECT_LT(std::count(crowded.begin(), crowded.end(), '('), 150) << "labels have room";
     EXPECT_THAT(crowded, HasSubstr(">12.566</text>")) << "the end's is there";
+
+    std::vector<std::string> many;
+    for (int i = 0; i < 1100; ++i)
+        many.push_back(lineNote(9 * (i % 33), i / 33, 9 * (i % 33) + 8, i / 33 + 0.5));
+    scratch.write("many.dxf", dxfText(many));
+    EXPECT_EQ(run("station many.dxf --layer A --svg s.svg", scratch).status, 0);
+    const std::string full = readFile(scratch.path("s.svg"));
+    EXPECT_THAT(full, testing::Not(HasSubstr("\"vertices\""))) << "they would cover the axes";
+    EXPECT_THAT(full, testing::Not(HasSubstr(">axis 1100</text>"))) << "nobody could read it";
 }
 
 TEST(StationCommand, TakesStationsAskedForOrVertices)
@@ -159,8 +167,7 @@ TEST(StationCommand, TakesStationsAskedForOrVertices)
     const Scratch scratch;
     scratch.write("in.dxf", dxfText(kAxes));
     const auto axesOf = [&](const char* words) {
-        const auto answer = run(std::string("station in.dxf --layer Axis --json") + words, scratch);
-        return json::parse(answer.out, nullptr, false)["axes"];
+        return runJson("station in.dxf --layer Axis" + std::string(words), scratch)["axes"];
     };
     const json axes = axesOf(" --at 14 1");
     ASSERT_EQ(axes.size(), 3u);
@@ -195,6 +202,7 @@ TEST(StationCommand, TellsBadInputInOneLineAndLeavesNoFile)
         {"in.dxf --csv s.csv --layer axis --at=-3", "--at"},
         {"in.dxf --csv s.csv --layer axis --at 16 15.001", "15.001 lies beyond the end"},
         {"in.dxf --csv s.csv --layer axis --svg s.csv", "both"},
+        {"in.dxf --csv s.csv --layer axis -o ./s.csv", "both"},
         {"in.dxf --layer axis --csv in.dxf", "replace the input"},
         {"dot.dxf --csv s.csv --layer axis", "dot.dxf: nothing on the layer has a length"},
     };

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -92,11 +93,13 @@ struct Answer {
     std::string err;
 };
 
-/// Starts the program in a folder, its streams going to files of another.
-inline pid_t start(const std::string& words, const Scratch& folder, const Scratch& streams)
+/// Starts the program in a folder, its streams going to files of another, or where else told.
+inline pid_t start(const std::string& words, const Scratch& folder, const Scratch& streams,
+                   const std::string& out = "", const std::string& err = "")
 {
     const std::string command = "cd " + folder.path("") + " && exec " CALCORA_PROGRAM " " + words +
-                                " >" + streams.path("out") + " 2>" + streams.path("err");
+                                " >" + (out.empty() ? streams.path("out") : out) + " 2>" +
+                                (err.empty() ? streams.path("err") : err);
     const pid_t child = fork();
     if (child == 0) execl("/bin/sh", "sh", "-c", command.c_str(), nullptr), _exit(127);
     return child;
@@ -114,6 +117,13 @@ inline Answer run(const std::string& words, const Scratch& folder = Scratch())
 {
     const Scratch streams;
     return finish(start(words, folder, streams), streams);
+}
+
+inline nlohmann::json runJson(const std::string& words, const Scratch& folder = Scratch())
+{
+    const Answer answer = run(words + " --json", folder);
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    return nlohmann::json::parse(answer.out, nullptr, false);
 }
 
 /// What cannot be done is told in one line, and leaves no file behind.

@@ -56,14 +56,20 @@ TEST(DxfWriter, ComesBackBitForBit)
         if (!inSpace && height == 0.0) figure.elevations.clear();
         figures.push_back(figure);
     }
+    // With arcs a figure has the elevation of its first point.
+    figures.push_back(figureOf({{0, 0}, {1, 0}}, {0.5, 0}));
+    figures.back().elevations = {3, 4};
     const Scratch scratch;
     OutputFile out(scratch.path("out.dxf"));
-    writeDxf(out, {{"Zäune", 1}, {"LOOPS", 5}, {"0", 7}}, figures);
+    // Latin letters, ideographs, bytes that are no UTF-8.
+    writeDxf(out, {{"Zäune", 1}, {"LOOPS 日\xc3", 5}, {"\xf1\xe6\x97x", 7}}, figures);
     out.commit();
 
     const Drawing back = readDxf(scratch.path("out.dxf"), {});
-    EXPECT_THAT(back.layers, testing::ElementsAre("Z\\U+00E4une", "LOOPS", "0"));
+    EXPECT_THAT(back.layers,
+                testing::ElementsAre("Z\\U+00E4une", "LOOPS \\U+65E5\xc3", "\xf1\xe6\x97x"));
     ASSERT_EQ(back.figures.size(), figures.size());
+    figures.back().elevations = {3, 3};
     for (std::size_t i = 0; i < figures.size(); ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(back.figures[i].points, figures[i].points);
