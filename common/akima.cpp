@@ -87,7 +87,7 @@ bool unit(const Point2DF& v, Point2DF& out)
 }
 
 /// The unit tangent between the differences d[1] and d[2]; 0 when both are. Where the weights or
-/// their sum vanish both chords count alike, or the one that is there.
+/// their sum vanish both chords count alike; where they cancel each other it is the second.
 Point2DF tangent(const Point2DF* d, double largestCoordinate)
 {
     const double size = std::max({largestComponent(d[0]), largestComponent(d[1]),
@@ -105,7 +105,7 @@ Point2DF tangent(const Point2DF* d, double largestCoordinate)
         weightAfter /= larger;
         if (unit(weightBefore * before + weightAfter * after, found)) return found;
     }
-    if (unit(before + after, found) || unit(after, found) || unit(before, found)) return found;
+    if (unit(before + after, found) || unit(after, found)) return found;
     return {};
 }
 

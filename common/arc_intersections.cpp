@@ -42,7 +42,7 @@ struct Meeting {
 
     void add(const Point2DF& p)
     {
-        if (count < 2 && isFinite(p)) points[count++] = p;
+        if (isFinite(p)) points[count++] = p;
     }
 };
 

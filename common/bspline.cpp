@@ -52,11 +52,9 @@ public:
     int spans() const { return count_ - order_ + 1; }
     double lastKnot() const { return spans(); }
 
-    /// The curve at u >= 0. From the last knot on, where every basis function is 0, it is the last
-    /// control point.
+    /// The curve at u from 0 up to, but without, the last knot, where every basis function is 0.
     Point3DF at(double u) const
     {
-        if (!(u < lastKnot())) return controls_.back();
         const auto interval = static_cast<int>(u);  // of the knots apart from the repeated ones
         const std::array<double, kMaxOrder> basis = basisOn(interval, u);
         const Point3DF* active = controls_.data() + interval;

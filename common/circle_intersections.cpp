@@ -157,7 +157,8 @@ int commonFunc::intersectLineCircleEq(const Point2DF& centre, double radius, dou
     }
     first += moved;
     second += moved;
-    if (count == 0 || !isFinite(first) || !isFinite(second)) return 0;
+    // Half a chord is below 1e155, by which no coordinate overflows: then the second is finite, too.
+    if (count == 0 || !isFinite(first)) return 0;
     out1 = first;
     if (count == 2) out2 = second;
     return count;
@@ -184,7 +185,7 @@ int commonFunc::intersectCircles(const Point2DF& c1, double r1, const Point2DF& 
     const bool leftFirst = isVertical ? chord.halfChord.x() >= 0 : chord.halfChord.y() >= 0;
     const Point2DF first = leftFirst ? chord.left() : chord.right();
     const Point2DF second = leftFirst ? chord.right() : chord.left();
-    if (!isFinite(first) || !isFinite(second)) return 0;
+    if (!isFinite(first)) return 0;  // or the second is finite, too, as above
     out1 = first;
     out2 = second;
     return touchOutside ? 1 : 2;

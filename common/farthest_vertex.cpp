@@ -112,9 +112,9 @@ double farthestCorner(const VertexBox& box, const Point2DF& p)
     return dx * dx + dy * dy;
 }
 
-/// At least what the formula for the squared distance from the segment comes to, seen from end
-/// `near`, for every point in the box. Rounding keeps order, so it is the formula itself at the
-/// extreme values of its terms.
+/// At least what the formula for the squared distance from the segment, whose ends are apart, comes
+/// to, seen from end `near`, for every point in the box. Rounding keeps order, so it is the formula
+/// itself at the extreme values of its terms.
 double largestSeenFrom(const Point2DF& near, const Point2DF& far, const Point2DF& end,
                        const VertexBox& box)
 {
@@ -128,7 +128,6 @@ double largestSeenFrom(const Point2DF& near, const Point2DF& far, const Point2DF
     if (!(xAhead.least + yAhead.least > 0)) largest = farthestCorner(box, near);
     if (!(xAhead.largest + yAhead.largest < lengthOfV))
         largest = std::max(largest, farthestCorner(box, end));
-    if (!(lengthOfV > 0)) return largest;
     const Products left(v.x(), low.y(), high.y());
     const Products right(v.y(), low.x(), high.x());
     const double area = std::max(left.largest - right.least, right.largest - left.least);

@@ -38,10 +38,7 @@ const RingMeasure::WholeArc& RingMeasure::wholeArc(double size)
     if (known_.empty()) known_.resize(keeps_ ? kKept : 1);
     const std::uint64_t hash = std::bit_cast<std::uint64_t>(size) * 0x9E3779B97F4A7C15u;
     WholeArc& arc = known_[keeps_ ? static_cast<std::size_t>(hash >> kHashShift) : 0];
-    if (arc.size != size) {
-        const double piece = std::tan(std::atan(size) * 1.0);
-        arc = {size, piece, BesideChord(piece)};
-    }
+    if (arc.size != size) arc = {size, BesideChord(std::tan(std::atan(size) * 1.0))};
     return arc;
 }
 
@@ -52,8 +49,7 @@ double RingMeasure::besideOf(double chordSquared, double bulge, double share)
     const double size = std::fabs(bulge);
     double area = 0.0;
     if (share == 1.0) {
-        const WholeArc& arc = wholeArc(size);
-        if (arc.pieceSize >= kStraightForArea) area = arc.beside.area(chordSquared);
+        area = wholeArc(size).beside.area(chordSquared);
     } else {
         const double piece = std::tan(std::atan(size) * share);
         if (std::fabs(piece) >= kStraightForArea) area = areaBesideChord(chordSquared, piece);

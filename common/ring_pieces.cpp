@@ -50,7 +50,6 @@ std::vector<RingPiece> cutRingAtArcExtremes(IcommonFunc& geometry, const Points&
                                             const Values& bulges, const Point2DF& origin)
 {
     const int n = ring.size();
-    if (n == 0) return {};
     Points points;
     Values places;
     points.reserve(n + 1);

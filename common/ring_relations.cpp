@@ -46,7 +46,7 @@ struct ClosedRing {
     ClosedRing(const Points& ring, const Values& ringBulges) : points(ring), bulges(ringBulges)
     {
         const Points& given = ring;
-        if (!given.isEmpty() && !(given.first() == given.last())) points.append(given.first());
+        if (!(given.first() == given.last())) points.append(given.first());
     }
     int edges() const { return points.size() - 1; }
 

@@ -187,7 +187,7 @@ void commonFunc::intersectSegmentsAll(const Point2DF& p0, const Point2DF& d0, co
         if (!(length0Squared * length1Squared >= detail::kShortestMeetingProduct)) return;
         const Point2DF meeting = p0 + cross(p1 - p0, d1) / kross * d0;
         if (isFinite(meeting)) out = {meeting};
-    } else if (std::fabs(kross) < kCrossingProduct && length0Squared > 0 && length1Squared > 0) {
+    } else if (length0Squared > 0 && length1Squared > 0) {
         const Point2DF ends[] = {p0, p0 + d0};
         if (p0 == p1 && d0 == d1) {
             out.append(ends[0]);

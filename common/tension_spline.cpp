@@ -105,7 +105,6 @@ TensionSpan TensionSpline::span(std::size_t i) const
 /// Chords and tension; false when a chord has no length.
 bool TensionSpline::measure()
 {
-    if (nodes_.size() < 2) return false;
     chords_.resize(nodes_.size() - 1);
     double total = 0.0;
     for (std::size_t i = 0; i < chords_.size(); ++i) {

@@ -188,8 +188,9 @@ public:
     /// piece that is symmetric about a point stays one chord.
     ///
     /// A piece stays as it is when it is the result of kMaxHalvings halvings (`halvings` were made
-    /// before), when no parameter lies between those of its ends, and when the budget is spent. The
-    /// samples between the ends go to `emit` from first to last.
+    /// before), so few that there always is a parameter between those of its ends (from 0 up to a
+    /// number of spans), and when the budget is spent. The samples between the ends go to `emit` from
+    /// first to last.
     ///
     /// The walk goes from left to right and keeps the right ends of the pieces that wait, one for
     /// each halving, so its cost is linear in the samples that come out.
@@ -203,8 +204,8 @@ public:
         made[0] = halvings;
         for (;;) {
             Sample middle;
+            middle.parameter = (start.parameter + ends[top].parameter) / 2;
             if (made[top] < kMaxHalvings && !budget_.isSpent() &&
-                isBetween(start, middle, ends[top]) &&
                 curve.mustHalve(start, middle, ends[top], made[top])) {
                 made[top + 1] = ++made[top];
                 ends[++top] = middle;
@@ -218,14 +219,6 @@ public:
     }
 
 private:
-    /// Sets the middle's parameter; false when there is none between those of the ends.
-    template <class Sample>
-    static bool isBetween(const Sample& start, Sample& middle, const Sample& end)
-    {
-        middle.parameter = (start.parameter + end.parameter) / 2;
-        return start.parameter < middle.parameter && middle.parameter < end.parameter;
-    }
-
     PointBudget budget_;
 };
 

@@ -121,8 +121,7 @@ public:
     bool isOf(const Points& polyline, const Values& bulges) const
     {
         return polyline.constData() == polyline_.constData() &&
-               polyline.size() == polyline_.size() && bulges.constData() == bulges_.constData() &&
-               bulges.size() == bulges_.size();
+               bulges.constData() == bulges_.constData();
     }
     const FirstFigure& first() const { return first_; }
     bool hasArcs() const { return hasArcs_; }

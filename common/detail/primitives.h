@@ -72,12 +72,11 @@ inline void reversePoints(tav::Vector<Point2DF>& points)
     }
 }
 
-/// Bulges of the same line run the other way: reversed and negated, the closing bulge kept last.
-/// Fewer than two stay as they are.
+/// Bulges of the same line, at least two, run the other way: reversed and negated, the closing bulge
+/// kept last.
 inline void reverseBulges(tav::Vector<double>& bulges)
 {
     const int n = bulges.size();
-    if (n < 2) return;
     tav::Vector<double> reversed;
     reversed.reserve(n);
     for (int i = n - 2; i >= 0; --i) reversed.append(-std::as_const(bulges)[i]);

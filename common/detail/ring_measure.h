@@ -25,10 +25,9 @@ public:
                                      int bulgeCount);
 
 private:
-    /// What is known of a bulge: the bulge of its whole arc as a piece, and the area beside that.
+    /// What is known of a bulge: the area beside its whole arc.
     struct WholeArc {
         double size = -1.0;
-        double pieceSize = 0.0;
         BesideChord beside{0.0};
     };
     /// A place where an arc is cut.

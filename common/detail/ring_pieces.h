@@ -33,7 +33,7 @@ struct RingPiece {
 
 /// The ring, relative to `origin`, closed by an edge back to its first vertex and cut at the
 /// extreme points of its arcs' circles; each piece begins, bit for bit, where the one before it
-/// ends, and the last ends where the first begins. An empty ring has no pieces.
+/// ends, and the last ends where the first begins. The ring has at least one vertex.
 ///
 /// Bulges below kStraightInRing, missing bulges and edges without length count as straight. An
 /// extreme within a millionth of an arc's end is left out: the vertex stays, so that the first

@@ -40,8 +40,8 @@ struct EndTangents {
 class TensionSpline {
 public:
     /// The tension is 4.5 (n - 1) over the length of the line through the nodes. Without `ends` the
-    /// curve leaves and arrives along the first and the last chord. Nothing when there are fewer
-    /// than two nodes, when a chord has no length, or when the solution leaves the range of doubles
+    /// curve leaves and arrives along the first and the last chord. There are at least two nodes;
+    /// nothing comes out when a chord has no length, or when the solution leaves the range of doubles
     /// (chords more than about 1e150 apart in length).
     static std::optional<TensionSpline> fit(std::vector<Point3DF> nodes,
                                             const std::optional<EndTangents>& ends = {});

@@ -21,11 +21,11 @@ struct VertexBox {
     Point2DF high;
     bool isSound = false;  ///< every coordinate is a number
 
+    /// Takes in a box that is as sound as this one.
     void include(const VertexBox& other)
     {
         low = {std::min(low.x(), other.low.x()), std::min(low.y(), other.low.y())};
         high = {std::max(high.x(), other.high.x()), std::max(high.y(), other.high.y())};
-        isSound = isSound && other.isSound;
     }
 
     /// How far the box lies from p at least, along x and along y.

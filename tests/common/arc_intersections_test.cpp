@@ -108,6 +108,8 @@ TEST(Arcs, MeetAtTheStatedPlaces)
         {"flat pieces, end to start", flatHead, flatTail, {1}},
         {"two circles, both ends", lens, {lens.start, lens.end, -0.3}, {1, 0}},
         {"arc and flat arc, both ends", lens, {lens.end, lens.start, 3e-7}, {1, 0}},
+        {"tangent to a flat arc", {{1, -0x1p-21}, {5, -0x1p-21}}, {{0, 0}, {2, 0}, 0x1p-21}, {0}},
+        {"one infinite end", {{0, 0}, {kInfinity, 0}}, {{3, 1}, {kInfinity, 0}, 0.5}, {}},
     };
     for (const Point2DF& origin : {Point2DF(), kSurvey}) {
         for (const auto& [what, a, b, params] : cases) {
@@ -133,7 +135,7 @@ TEST(LineThroughTwoPoints, MeetsTheCircle)
     };
     EXPECT_EQ(meet(1, 0.5), 2);
     EXPECT_TRUE(meet(1, -1.0009) == 1 && meet(1, 1.0011) == 0);
-    EXPECT_TRUE(meet(-1, 0) == 0 && meet(1, kNan) == 0);
+    EXPECT_TRUE(meet(-1, 0) == 0 && meet(1, kNan) == 0 && meet(kInfinity, 0) == 0);
 }
 
 /// Every slope and scale of coefficients: as many points as the distance says, on both figures.
@@ -214,7 +216,9 @@ TEST(TwoCircles, TouchOrCoincide)
         {"inside", 5, {1.8, 2.4}, 2, 2, 2, {3, 4}},
         {"same", 1, {0, 0}, 1, -1, -1, kUntouched},
         {"nearly the same", 1, {9e-4, 0}, 1 + 9e-7, 2, -1, kUntouched},
+        {"touching from inside, nearly the same", 1, {5e-11, 0}, 1 + 1.4e-10, 2, -1, kUntouched},
         {"a point on the circle", 5, {3, 4}, 0, 1, 1, {3, 4}},
+        {"infinite", 1, {1, 0}, kInfinity, 0, 0, kUntouched},
         {"negative", -1, {1, 0}, 1, 0, 0, kUntouched},
         {"not a number", 1, {kNan, 0}, 1, 0, 0, kUntouched},
     };

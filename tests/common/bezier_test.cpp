@@ -148,7 +148,7 @@ TEST(BezierCurveSpans, MeetTheTensionCurveAndShareTheirTangents)
 TEST(BezierCurveSpans, ListRules)
 {
     const Point2DF a(0, 0), b(3, 0), c(5, 4), d(-2, 6);
-    const Points almostFlat{a, {1e-170, 0}, c, d};  // a chord whose square vanishes: at thirds
+    const Points almostFlat{a, {1e-170, 0}, a, c};  // chords whose squares vanish: at thirds
     const std::pair<Points, int> cases[] = {
         {{}, 0},
         {{a, a}, 0},

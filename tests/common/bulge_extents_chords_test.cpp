@@ -146,7 +146,7 @@ TEST(BulgeChords, OfPolylines)
     // Long lines of arcs stop at the bound.
     Points many;
     for (int i = 0; i < 2000; ++i) many.append({double(i), 0});
-    geometry.bulgePolylineToChords(many, Values(2000, 1), 0, many);
+    geometry.bulgePolylineToChords(many, Values(2000, 3), 0, many);
     EXPECT_LE(many.size(), 4194304 + 64 * 2000);
     EXPECT_GT(many.size(), 4000000);
 }
@@ -175,6 +175,11 @@ TEST(BulgeDensify, ByAngle)
     Values bulges, values{1};  // too few values: untouched
     geometry.densifyBulgesByAngle({{0, 0}, {1, 0}}, {1}, {5}, 10, points, bulges, values);
     EXPECT_THAT(values, ElementsAre(1));
+    // Of 69 arcs 64 are cut, then the bound is reached.
+    points = Points(70, {1, 1}), bulges = Values(70, 1.0), values = {};
+    geometry.densifyBulgesByAngle(points, bulges, {}, 1e-9, points, bulges, values);
+    EXPECT_EQ(points.size(), (64 << 16) + 6);
+    EXPECT_TRUE(bulges[(64 << 16) - 1] == 0 && bulges[64 << 16] == 1);
 }
 
 class BulgeSection : public testing::Test {
@@ -247,6 +252,7 @@ TEST_F(BulgeSection, CutsAtAndBesideVertices)
     EXPECT_EQ(cut({0, 0}, {1, 0}, {{0, 0}}, {}), 0);
     EXPECT_EQ(cut({0, 0}, {1, 0}, line, {}, {1, 2, 3}), 0);
     EXPECT_EQ(cut({0, kNan}, {1, 0}, line, {}), 0);
+    EXPECT_EQ(cut({1, 0}, {0, kNan}, line, {}), 0);
 }
 
 }  // namespace

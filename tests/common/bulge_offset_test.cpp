@@ -38,6 +38,13 @@ const Figure kRoad{{{-20, 0}, {0, 0}, {5, 5}, {5, 12}, {8, 15}, {20, 15}},
 const Figure kTwoArcs{{{0, 0}, {6, 0}, {12, 0}}, {1, -1}};
 const Figure kSteps{{{0, 0}, {10, 0}, {10, 5}, {20, 5}}, {}};
 const Figure kBulb{{{-10, 0}, {-3, 0}, {3, 0}, {10, 0}}, {0, -1.2}};
+const Figure kParting{{{8, 0}, {2, 0}, {7, 5}, {2, 6}, {4, 2}, {3, 4}}, {}};
+const Figure kMetBefore{{{6, 5}, {2, 3}, {8, 6}, {1, 7}, {4, 0}, {0, 5}}, {}};
+const Figure kProlonged{{{7, 0}, {6, 0}, {6, 1.75}, {4, 0}, {1, 0.25}}, {0, 0, -.3}};
+const Figure kOneCircle{{{4, 0}, {6, 2}, {4, 1}, {6, 0}, {4, 0}}, {-1, 0, 0, -kQuarter}};
+const Figure kBridgeLast{{{8, 8}, {3, 0}, {1, 7}, {2, 3}, {6, 8}, {7, 8}, {4, 7}},
+                         {-.5, 0, .5, 0, 1}};
+const Figure kUnjoined{{{1, 8}, {6, 7}, {7, 5}, {1, 7}, {8, 3}, {1, 8}}, {0, kQuarter, 0, 2, 1}};
 
 class BulgeOffset : public testing::Test {
 protected:
@@ -100,6 +107,13 @@ TEST_F(BulgeOffset, LiesAtTheDistance)
         {"two arcs left", kTwoArcs, 2.9, 1, 0, 3},
         {"steps", kSteps, 6, miter, 0, 4},
         {"past the bulb", kBulb, -4, 1, 0, 5},
+        // Crossing themselves, so that there meets what was no neighbour:
+        {"lines that part again", kParting, 4.5, 1, 0, 2},
+        {"lines that met before", kMetBefore, 4.25, 1, 0, 2},
+        {"lines that are prolonged", kProlonged, 2, 1.1, 0, 3},
+        {"parts of one circle", kOneCircle, 6, 1.1, 0, 3},
+        {"bridge at the end", kBridgeLast, 3.75, 1, 0, 2},
+        {"strip without a joint", kUnjoined, -3.5, 1.02, 0, 3},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(offset(c.figure, c.distance)) << c.name;

@@ -103,6 +103,7 @@ TEST(BulgePolylines, StationsAtTheLimits)
     // Stations that claim a length for an arc that has none.
     Point3DF out;
     ASSERT_TRUE(geometry.pointAtStation3d(0, {{1, 2}, {1, 2}}, {1}, {0, 1}, {0, 4}, 2, out));
+    geometry.pointAtStationZ({{3, 4}}, {}, {}, 0, out);  // no height, no point
     EXPECT_EQ(out, Point3DF(1, 2, 0.5));
     Values both{0};
     geometry.bulgePolylineStations({{0, 0}, {3, 0}, {3, 4}, {3, 5}}, both, both);
@@ -156,6 +157,12 @@ TEST(BulgePolylines, RemovedRepeatsAreThoseOfThePlainScan)
         ASSERT_EQ(foundValues, keptValues);
         ASSERT_EQ(found.size(), kept.size());
     }
+    Point2DF two[2];
+    double value = 0;
+    int count = 2;
+    geometry.removeDuplicatePointsRaw(two, nullptr, &count);
+    geometry.removeDuplicatePointsRaw(two, &value, nullptr);
+    EXPECT_EQ(count, 2);
 }
 
 TEST(BulgePolylines, ParallelsOfSharpAndDegenerateLines)

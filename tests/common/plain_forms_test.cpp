@@ -41,6 +41,8 @@ std::vector<Points> figures()
         placed(200, [](int i) { return Point2DF(0.3 * i, 0.1 * i); }),
         placed(99, [](int) { return Point2DF(3, 4); }),
     };
+    all.push_back(all[3]);
+    all.back().append(Point2DF(all[3].at(0)));  // closed
     for (const int n : {3, 16, 17, 18, 33, 34, 64, 65, 66, 150}) all.push_back(placed(n, lattice));
     for (const double odd : {kNan, kInfinity, 1e160, 1e300, -1e80}) {
         Points points = placed(150, lattice);

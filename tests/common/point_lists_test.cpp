@@ -49,6 +49,7 @@ TEST(PointLists, DegenerateRings)
         {{{53.2, 71.9}, {-12.2, 158.3}}, true, {20.5, 115.1}, {20.5, 115.1}},
         // The moment of a part that cancels the weight is lost.
         {{{-1, -1}, {1, 1}, {-1, 1}}, false, {0, 0}, {-1 / 3.0, 1 / 3.0}},
+        {{{0, 0}, {0x1p-537, 0}, {0, 0x1p-537}}, true, {0, 0}, {0, 0}},  // half of its area is 0
     };
     for (const auto& [ring, clockwise, centroid, mean] : cases) {
         EXPECT_EQ(geometry.isClockwiseRing(ring), clockwise);
@@ -338,6 +339,14 @@ TEST(ConvexHull, HoldsLinesOfPoints)
         }
         geometry.convexHull(points, hull);
         ASSERT_LT(outside(hull, points), 1e-8);
+    }
+    for (const bool hasTop : {false, true}) {  // very many in exactly one direction
+        Points points, hull;
+        for (int i = 0; i < 20000; ++i) points.append({double(i * 7919 % 20000), 3});
+        if (hasTop) points.append({0, 9});
+        geometry.convexHull(points, hull);
+        EXPECT_EQ(hull.size(), hasTop ? 3 : 2);
+        for (int i = 0; i < 20000; ++i) ASSERT_EQ(points[i], Point2DF(i, 3));
     }
 }
 

@@ -85,6 +85,9 @@ TEST(PointLocation, InRingsWithArcs)
     EXPECT_EQ(
         geometry.pointInBulgePolygon({{0, 0}, {2, 0}, {2, 0}, {0, 0}}, {1, 5, 1, -7}, {1, 0.5}),
         kInside);
+    Point2DF centre;
+    EXPECT_TRUE(geometry.isPointOnBulgeSegment({1, -1}, {0, 0}, {2, 0}, 1, centre, nullptr));
+    EXPECT_EQ(centre, Point2DF(1, 0));
 }
 
 /// Every corner's arc ends where its circle turns, so extremes and vertices differ by rounding, and
@@ -265,6 +268,8 @@ TEST(Distances, PlaceTheNearestPoint)
         EXPECT_EQ(index, edge);
         EXPECT_NEAR(param, place, 1e-12);
         EXPECT_NEAR(dist(p, expected), 0, 1e-12);
+        geometry.projectPointOnBulgePolyline(asked, polyline, bulges, &index, &param);
+        EXPECT_TRUE(index == edge && std::fabs(param - place) < 1e-12);
         if (!bulges.isEmpty()) continue;
         EXPECT_EQ(geometry.nearestOnPolyline(asked, polyline, p, &index, &param), squared);
         EXPECT_EQ(param, place);

@@ -86,27 +86,35 @@ TEST(Polylines, MeetOnceAtAVertexInSurveyCoordinates)
     }
 }
 
-/// The plain walk: every edge of the first figure is walked by an object that knows no boxes.
-class PlainWalk : public commonFunc {
+/// Every edge of the first figure is walked by an object that knows no boxes, the plain walk, or by
+/// one that may; straight edges are prolonged and arcs let in more where that is asked for.
+class OwnWalk : public commonFunc {
 public:
-    PlainWalk() : commonFunc(1), edge_(1) {}
+    OwnWalk(bool isPlain, bool prolongs) : commonFunc(1), isPlain_(isPlain), prolongs_(prolongs) {}
     void intersectLineWithBulgePolyline(const Point2DF& s0, const Point2DF& s1, const Points& b,
                                         const Values& bulges, double lo, double hi,
                                         Point2DF* points, double* params, int* count) override
     {
-        edge_.intersectLineWithBulgePolyline(s0, s1, b, bulges, lo, hi, points, params, count);
+        const Point2DF end = prolongs_ ? s1 + 9 * (s1 - s0) : s1;
+        if (prolongs_) hi *= 100;
+        walker().commonFunc::intersectLineWithBulgePolyline(s0, end, b, bulges, lo, hi, points,
+                                                            params, count);
     }
     void intersectArcWithBulgePolyline(const Point2DF& a0, const Point2DF& a1, double bulge,
                                        const Points& b, const Values& bulges, double lo,
                                        double extra, Point2DF* points, double* params,
                                        int* count) override
     {
-        edge_.intersectArcWithBulgePolyline(a0, a1, bulge, b, bulges, lo, extra, points, params,
-                                            count);
+        if (prolongs_) (bulge > 0 ? lo : extra) += bulge > 0 ? -9 : 9;
+        walker().commonFunc::intersectArcWithBulgePolyline(a0, a1, bulge, b, bulges, lo, extra,
+                                                           points, params, count);
     }
 
 private:
-    commonFunc edge_;
+    commonFunc& walker() { return isPlain_ ? plain_ : *this; }
+
+    bool isPlain_, prolongs_;
+    commonFunc plain_{1};
 };
 
 /// A figure that tries what a box could lose: tiny and repeated edges, edges of `other` and others
@@ -155,7 +163,7 @@ TEST(Polylines, GiveWithBoxesWhatThePlainWalkGives)
     std::mt19937 random(12);
     std::size_t total = 0;
     commonFunc indexed(1);
-    PlainWalk plain;
+    OwnWalk plain(true, false), prolonged(false, true), plainProlonged(true, true);
     for (int round = 0; round < 300; ++round) {
         SCOPED_TRACE(round);
         const Point2DF origin = round % 2 ? kSurvey : Point2DF();
@@ -164,6 +172,7 @@ TEST(Polylines, GiveWithBoxesWhatThePlainWalkGives)
         const Figure a = randomFigure(random, origin, 25, arcs, round % 5 == 0, b.points);
         const Found found = meet(indexed, a, b);
         ASSERT_TRUE(found == meet(plain, a, b));
+        ASSERT_TRUE(meet(prolonged, a, b) == meet(plainProlonged, a, b));
         total += found.points.size();
     }
     EXPECT_GT(total, 10000u);

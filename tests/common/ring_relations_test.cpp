@@ -275,6 +275,7 @@ TEST(PolylineSides, OfSinglePoints)
         {repeated, {}, {5, y + 2}, kLeft},
         {{{0, 0}, {5e-4, 0}, {5e-4, 9}}, {}, {2, 0}, kRight},  // nearest to the second vertex
         {{{1, 1}}, {}, {5, 5}, 0},
+        {{{1, 1}, {1, 1}}, {}, {5, 5}, 0},  // no direction
         {corner, {}, {kNan, 1}, 0},
         {chord, {0.5}, {4, -1}, kLeft},  // between chord and arc
         {chord, {1}, {4, 0}, kLeft},     // the centre

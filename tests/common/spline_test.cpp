@@ -283,6 +283,9 @@ TEST(Curves, AreBoundedWhateverTheyAreGiven)
              draw(kind, {{1e150, 0}, {-1e150, 1}, {1, 1e150}, {-1e150, -1e150}}, 0))
             ASSERT_TRUE(std::isfinite(p.x()) && std::isfinite(p.y()));
     }
+    Points zigzag;  // more than a call may make
+    for (int i = 0; i < 400; ++i) zigzag.append({double(i % 2), double(i % 3)});
+    EXPECT_NEAR(draw("b-spline", zigzag, 0).size(), 4'194'304 + 64 * 397, 100);
 }
 
 }  // namespace

@@ -33,9 +33,10 @@ TEST(EdgeDirections, LinesMeet)
     Point2DF out;
     geometry.intersectDirectionLines({0, 0}, kPi / 2 - 0.0009, {5, 3}, 0, out);
     EXPECT_EQ(out, Point2DF(0, 3));
-    const double parallels[][2] = {{1, 1 + 1e-13},      {kPi / 2, kPi / 2}, {kNan, 1},
-                                   {1, 1 - kPi},        {1.5704, 1.5704},   {1.5704, 1.5704 - kPi},
-                                   {kPi / 2, -kPi / 2}, {-kPi / 2, kPi / 2}};
+    const double parallels[][2] = {
+        {1, 1 + 1e-13},      {kPi / 2, kPi / 2},  {kNan, 1},
+        {1, 1 - kPi},        {1.5704, 1.5704},    {1.5704, 1.5704 - kPi},
+        {kPi / 2, -kPi / 2}, {-kPi / 2, kPi / 2}, {kPi / 2 - 9e-13, kPi / 2 + 9e-13}};
     for (const auto& [a, b] : parallels)
         geometry.intersectDirectionLines({0, 0}, a, {5, 3}, b, out);
     EXPECT_EQ(out, Point2DF(0, 3));
@@ -106,6 +107,10 @@ TEST(Squaring, AKinkBeforeAnEdgeAlongBecomesAStep)
     const Points squared{{0, 0}, {0, 9}, {4, 9}, {4, 9.4}, {20, 9.4}, {20, 0}, {0, 0}};
     ASSERT_EQ(out[0].size(), squared.size());
     for (int i = 0; i < squared.size(); ++i) EXPECT_NEAR(dist(out[0][i], squared[i]), 0, 1e-9);
+    // Not one corner of the sliver can be squared to the larger ring's direction.
+    const Points sliver{{0, 0}, {-0.2, 100}, {0.96, 200}, {1, 100}, {0, 0}};
+    geometry.squareRings({{{0, 0}, {0, 500}, {2000, 500}, {2000, 0}}, sliver}, out);
+    EXPECT_EQ(out[2], sliver);
 }
 
 TEST(Squaring, CornersMoveToTheNearestRightAngle)
@@ -121,6 +126,8 @@ TEST(Squaring, CornersMoveToTheNearestRightAngle)
         if (isTooHigh) continue;
         EXPECT_NEAR(geometry.angleBetweenDirections(a, b, c), kPi / 2, 1e-8);
     }
+    Point2DF middle(0.5, 1e-170);  // no direction to move it to
+    EXPECT_TRUE(!geometry.squareCorner({0, 0}, middle, {1, 0}) && middle == Point2DF(0.5, 1e-170));
     for (const double tolerance : {5.0, 0.1, kNan}) {
         const Points skew{{0, 0}, {10, 0.1}, {10.2, 6}, {-0.1, 6.2}, {0, 0}};
         Points ring = skew;
