@@ -52,8 +52,7 @@ private:
 bool isUsable(const SegmentKey& segment)
 {
     const double lengthSquared = calcora::detail::pointDistSquared(segment.a, segment.b);
-    return std::isfinite(lengthSquared) && lengthSquared > 0 && std::isfinite(segment.bulge) &&
-           calcora::detail::isFinite(segment.a) && calcora::detail::isFinite(segment.b);
+    return std::isfinite(lengthSquared) && lengthSquared > 0 && std::isfinite(segment.bulge);
 }
 
 void appendSegments(const IDataGeo::Points& points, const IDataGeo::Values& bulges,

@@ -241,6 +241,21 @@ TEST(LoopBuilder, KeepsShapesAndTagsOfPolylines)
               (std::set<unsigned>{3, 5}));
 }
 
+TEST(LoopBuilder, TakesSetsAndSegmentsTogether)
+{
+    const auto setOf = [](const std::vector<SegmentKey>& segments) {
+        return calcora::mergeEqualSegments({segments.begin(), segments.end()}, false,
+                                           calcora::CancelCheck(nullptr));
+    };
+    CAutoLoop builder;
+    builder.addSegments(setOf({{{0, 0}, {4, 0}, 0}}), true);
+    builder.addSegments(setOf({{{4, 1e-8}, {4, 4}, 0}}), true);
+    builder.addSegment({{4, 4}, {1e-8, 0}, 0}, true, 0);
+    builder.buildLoops(0);
+    ASSERT_EQ(builder.loops().size(), 1u);
+    EXPECT_EQ(builder.loops()[0].size(), 3);
+}
+
 TEST(LoopBuilder, LocatesPointsByTheHalfOpenRule)
 {
     const std::tuple<double, double, int> cases[] = {

@@ -1,7 +1,6 @@
 // Interface ids, records, plain and counted objects, references, slots of the sibling module.
 #include <gmock/gmock.h>
 
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -159,24 +158,6 @@ TEST(Ref, HoldsOneReferenceThroughEveryMove)
         EXPECT_EQ(count(third), 3);
     }
     EXPECT_EQ(livingProbes, 0);
-}
-
-TEST(Ref, ReleasesFromManyThreadsDestroyOnce)
-{
-    for (int round = 0; round < 50; ++round) {
-        auto ref = tav::Ref<IProbe>::adopt(
-            static_cast<IProbe*>(tav::createInstance<CProbe>(IProbe::staticInterfaceId())));
-        std::vector<std::thread> threads;
-        for (int t = 0; t < 4; ++t) {
-            threads.emplace_back([copy = ref]() mutable {
-                for (int i = 0; i < 100; ++i) tav::Ref<IProbe> another = copy;
-                copy = nullptr;
-            });
-        }
-        ref = nullptr;
-        for (std::thread& thread : threads) thread.join();
-        ASSERT_EQ(livingProbes, 0);
-    }
 }
 
 template <class... Members>

@@ -127,6 +127,54 @@ TEST(Cancel, EndsCleanlyWhereverItComes)
     }
 }
 
+/// Raises the flag when the first loop that was found is measured.
+class RaisesInSorting : public DataGeo {
+public:
+    RaisesInSorting() : DataGeo(0) {}
+    double bulgeChordArea(const Point2DF& a, const Point2DF& b, double bulge) override
+    {
+        isRaised = true;
+        return DataGeo::bulgeChordArea(a, b, bulge);
+    }
+    bool isRaised = false;
+};
+
+TEST(Cancel, LeavesManyLoopsInTheOrderFound)
+{
+    // More cells than are sorted when the flag is raised, each larger than those below and before.
+    constexpr int kLines = 262;
+    DataGeo::PointLists lines;
+    const DataGeo::ValueLists bulges(2 * kLines, {0, 0});
+    for (int i = 0; i < kLines; ++i) {
+        const double at = i + 1e-3 * i * i, end = 2 * kLines;
+        lines.append(DataGeo::Points{{at, -1}, {at, end}});
+        lines.append(DataGeo::Points{{-1, at}, {end, at}});
+    }
+    const auto areas = [&](DataGeo&& dataGeo, bool* cancel) {
+        Loops loops;
+        dataGeo.buildRegions(lines, bulges, loops.points, loops.bulges, false, cancel, 0);
+        std::vector<double> found;
+        for (const auto& cell : std::as_const(loops.points)) {
+            const tav::Point2DF across = cell.at(2) - cell.at(0);
+            found.push_back(std::fabs(across.x() * across.y()));
+        }
+        return found;
+    };
+    const auto isSorted = [](const std::vector<double>& found) {
+        const auto isTooLarge = [](double a, double b) { return a > b * (1 + 1e-9); };
+        return std::adjacent_find(found.begin(), found.end(), isTooLarge) == found.end();
+    };
+    std::vector<double> all = areas(DataGeo(0), nullptr);
+    EXPECT_EQ(all.size(), std::size_t{kLines - 1} * (kLines - 1));
+    EXPECT_TRUE(isSorted(all));
+    RaisesInSorting raising;
+    std::vector<double> asFound = areas(std::move(raising), &raising.isRaised);
+    EXPECT_FALSE(isSorted(asFound));
+    std::sort(all.begin(), all.end());
+    std::sort(asFound.begin(), asFound.end());
+    EXPECT_EQ(asFound, all);
+}
+
 }  // namespace
 
 #endif
