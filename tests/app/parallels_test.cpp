@@ -133,6 +133,35 @@ TEST_F(ParallelsTest, OfRings)
     }
 }
 
+/// Figures that cross, touch and repeat themselves.
+TEST_F(ParallelsTest, OfTanglesKeepTheDistanceAndTheSide)
+{
+    std::mt19937 random(8);
+    constexpr double kBulges[] = {0, 0, 0, 1, -0.5, 0.3};
+    for (int i = 0; i < 300; ++i) {
+        Figure tangle;
+        tangle.closed = i % 3 != 0;
+        for (unsigned k = 0; k < 3 + random() % 9; ++k) {
+            tangle.points.append({double(random() % 7), double(random() % 7)});
+            tangle.bulges.append(kBulges[random() % 6]);
+        }
+        if (!tangle.closed) tangle.bulges.last() = 0;
+        const double size = 0.05 + double(random() % 60) / 16;
+        const double asked = i % 2 ? size : -size;
+        const Figure chain = chainOf(tangle);
+        double nearest = INFINITY;
+        int wrongSide = 0;
+        for (const Figure& parallel : parallels.of(tangle, asked))
+            sample(chainOf(parallel), 9, [&](const Point2DF& place, double) {
+                nearest = std::min(nearest, distance(place, chain));
+                const int side = common->pointInBulgePolygon(chain.points, chain.bulges, place);
+                wrongSide += tangle.closed && side * asked < 0 ? 1 : 0;
+            });
+        EXPECT_GT(nearest, size * (1 - 1e-6) - 1e-9) << i;
+        EXPECT_EQ(wrongSide, 0) << i;
+    }
+}
+
 /// Whether a point lies in one of the tips, deeper than a distance under its sides.
 bool isInTip(const std::vector<CornerTip>& tips, const Point2DF& point, double depth)
 {
