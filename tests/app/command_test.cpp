@@ -309,7 +309,7 @@ const char* const kCommands[] = {
     "measure in.dxf",
     "square in.dxf",
     "simplify in.dxf --tolerance 1",
-    "offset in.dxf --distance 1",
+    "offset in.dxf --distance 1 --both",
     "smooth in.dxf --curve spline",
     "station in.dxf --layer A",
 };

@@ -243,33 +243,6 @@ TEST(Offset, CutsParallelsApartWhereTheyMeet)
         }
 }
 
-TEST(Offset, KeepsArcsAndTheWayOfOpenLines)
-{
-    const Scratch scratch;
-    // A road with a half circle to the left, and a disc.
-    const std::string input = scratch.write(
-        "in.dxf",
-        dxfText({"LWPOLYLINE 8=A 90=4 70=0 10=0 20=0 10=10 20=0 42=1 10=10 20=8 10=0 20=8",
-                 "CIRCLE 8=A 10=50 20=0 40=2"}));
-    const Answer answer = run("offset --distance 1 --both " + input + " -o " +
-                              scratch.path("out.dxf") + " --svg " + scratch.path("out.svg"));
-    ASSERT_EQ(answer.status, 0) << answer.err;
-    const Drawing out = readDxf(scratch.path("out.dxf"), {});
-    ASSERT_EQ(out.figures.size(), 4u);
-    for (int k = 0; k < 2; ++k) {
-        const Figure& road = out.figures[static_cast<std::size_t>(k)];
-        const double left = k == 0 ? 1 : -1;
-        ASSERT_EQ(road.points.size(), 4);
-        EXPECT_NEAR(road.points.at(0).y(), left, 1e-9);
-        EXPECT_NEAR(road.points.at(2).y(), 8 - left, 1e-9);
-        EXPECT_NEAR(road.bulges.at(1), 1, 1e-9);
-        const Figure& disc = out.figures[static_cast<std::size_t>(k + 2)];
-        EXPECT_TRUE(disc.closed);
-        const tav::Point2DF across = disc.points.at(1) - disc.points.at(0);
-        EXPECT_NEAR(std::hypot(across.x(), across.y()), 4 + 2 * left, 1e-9);
-    }
-}
-
 TEST(DrawingTools, TellMistakesInOneLineAndLeaveNoFile)
 {
     const Scratch scratch;

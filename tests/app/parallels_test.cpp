@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <random>
 
-#include "app/overlaps.h"
 #include "app/raw_parallel.h"
 
 namespace {
@@ -105,34 +104,6 @@ TEST_F(ParallelsTest, OfWindingLines)
     }
 }
 
-TEST_F(ParallelsTest, OfRings)
-{
-    std::mt19937 random(5);
-    const auto uniform = [&](double low, double high) {
-        return std::uniform_real_distribution<double>(low, high)(random);
-    };
-    for (int i = 0; i < 60; ++i) {
-        Figure ring;
-        ring.closed = true;
-        const int corners = 6 + i % 30;
-        for (int k = 0; k < corners; ++k) {
-            const double angle = (k + uniform(0, 0.6)) * 2 * std::acos(-1) / corners;
-            ring.points.append(uniform(10, 16) * Point2DF(std::cos(angle), std::sin(angle)));
-            ring.bulges.append(0.0);
-        }
-        for (const Figure& parallel : checked(ring, uniform(0.2, 3.2) * (i % 2 ? 1 : -1))) {
-            ASSERT_TRUE(parallel.closed);
-            // It does not cross itself: the only loop in it is itself.
-            const auto dataGeo = host.create<IDataGeo>();
-            const Figure chain = chainOf(parallel);
-            PointLists loops;
-            ValueLists bulges;
-            dataGeo->buildRegions({chain.points}, {chain.bulges}, loops, bulges, false, nullptr, 0);
-            EXPECT_EQ(loops.size(), 1);
-        }
-    }
-}
-
 /// Figures that cross, touch and repeat themselves.
 TEST_F(ParallelsTest, OfTanglesKeepTheDistanceAndTheSide)
 {
@@ -223,13 +194,15 @@ TEST_F(ParallelsTest, OfJaggedRingsAreWhatIsFarEnoughAndInNoTip)
         }
         EXPECT_EQ(missing, 0) << i;
         int tooMuch = 0;
-        for (const Figure& parallel : found)
+        for (const Figure& parallel : found) {
+            ASSERT_TRUE(parallel.closed);
             sample(chainOf(parallel), 9, [&](const Point2DF& place, double) {
                 tooMuch += distance(place, chain) < size * (1 - 1e-6) ||
                                    isInTip(raw.tips, place, 1e-6 * size)
                                ? 1
                                : 0;
             });
+        }
         EXPECT_EQ(tooMuch, 0) << i;
     }
 }
@@ -255,37 +228,6 @@ TEST_F(ParallelsTest, OfCombsAreRectangles)
                         (width + 2 * asked) * (12 + 2 * asked) - slots, 1e-3)
                 << asked;
         }
-}
-
-/// What is left of segments that lie on each other covers the same places, each once.
-TEST(Overlaps, AreKeptOnceInEachDirection)
-{
-    std::mt19937 random(11);
-    std::vector<Segment> segments;
-    for (int i = 0; i < 200; ++i) {
-        const double from = double(random() % 40), to = double(random() % 40);
-        const double level = 1e-3 * (i % 20);  // so many lines
-        if (from == to) continue;
-        segments.push_back({{3 * from, 4 * from + level}, {3 * to, 4 * to + level}, 0});
-    }
-    const auto rests = withoutOverlaps(segments, 1e-6);
-    ASSERT_EQ(rests.size(), segments.size());
-    for (int line = 0; line < 20; ++line)
-        for (const bool forwards : {false, true})
-            for (double place = 0.5; place < 40; ++place) {
-                int given = 0, kept = 0;
-                for (std::size_t i = 0; i < segments.size(); ++i) {
-                    const double from = segments[i].from.x() / 3, to = segments[i].to.x() / 3;
-                    const double share = (place - from) / (to - from);
-                    if ((to > from) != forwards || !(0 < share && share < 1) ||
-                        std::fabs(segments[i].from.y() - 4 * from - 1e-3 * line) > 1e-9)
-                        continue;
-                    ++given;
-                    for (const Stretch& rest : rests[i])
-                        kept += rest.from < share && share < rest.to ? 1 : 0;
-                }
-                ASSERT_EQ(kept, given > 0 ? 1 : 0) << place;
-            }
 }
 
 TEST_F(ParallelsTest, OpenLinesStopAtTheirOtherSide)

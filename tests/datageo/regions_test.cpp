@@ -140,59 +140,6 @@ struct Meetings {
     }
 };
 
-using Segment = std::pair<Point2DF, Point2DF>;
-
-/// In general position, in long double.
-bool cross(const Segment& s, const Segment& t)
-{
-    const auto side = [](const Point2DF& p, const Point2DF& q, const Point2DF& r) {
-        const auto term = [](double a, double b, double c, double d) {
-            return (static_cast<long double>(a) - b) * (static_cast<long double>(c) - d);
-        };
-        return term(q.x(), p.x(), r.y(), p.y()) - term(q.y(), p.y(), r.x(), p.x());
-    };
-    const auto parts = [&](const Segment& u, const Segment& v) {
-        return side(u.first, u.second, v.first) * side(u.first, u.second, v.second) < 0;
-    };
-    return parts(s, t) && parts(t, s);
-}
-
-TEST(Regions, OfRandomLinesObeyEulerAndTileTheirOutlines)
-{
-    std::mt19937 random(2024);
-    std::uniform_real_distribution<double> at(0, 100);
-    for (int round = 0; round < 12; ++round) {
-        SCOPED_TRACE(round);
-        std::vector<Segment> segments;
-        for (int i = 0; i < 40 + 10 * round; ++i)
-            segments.push_back({{at(random), at(random)}, {at(random), at(random)}});
-        const Meetings truth(segments.size(), [&](std::size_t i, std::size_t j) {
-            return cross(segments[i], segments[j]);
-        });
-        // A crossing adds one vertex and two edges to two ends and one edge for each segment.
-        const auto faces = truth.pairs - std::ssize(segments) + truth.parts;
-        std::vector<double> firstAreas;
-        for (const Point2DF& shift : {Point2DF(0, 0), Point2DF(5e5, 4e6)}) {
-            std::shuffle(segments.begin(), segments.end(), random);
-            Lines lines;
-            for (const auto& [a, b] : segments) lines.add({a + shift, b + shift});
-            const Loops regions = extract(lines);
-            ASSERT_EQ(regions.points.size(), faces);
-            const auto areas = areasOf(regions);
-            EXPECT_TRUE(std::all_of(areas.begin(), areas.end(), [](double a) { return a > 0; }));
-            EXPECT_TRUE(std::is_sorted(areas.begin(), areas.end()));
-            const auto outlines = areasOf(extract(lines, true));
-            if (truth.parts == 1) {
-                EXPECT_NEAR(std::accumulate(areas.begin(), areas.end(), 0.0),
-                            -std::accumulate(outlines.begin(), outlines.end(), 0.0), 1e-4);
-            }
-            if (firstAreas.empty()) firstAreas = areas;
-            for (std::size_t i = 0; i < areas.size(); ++i)
-                EXPECT_NEAR(areas[i], firstAreas[i], 1e-5);
-        }
-    }
-}
-
 TEST(Regions, OfDiscsAndLinesObeyEuler)
 {
     std::mt19937 random(99);

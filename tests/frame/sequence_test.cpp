@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <functional>
 #include <random>
 #include <stdexcept>
@@ -207,18 +206,6 @@ TEST(Sequence, GrowsInLinearTime)
         for (int k = 0; k < kCount; ++k) steps[i](list, one);
         EXPECT_EQ(list.size(), kCount);
         EXPECT_LT(Fragile::transfers, 8 * kCount) << "way " << i;
-    }
-}
-
-TEST(Sequence, AlignsItsElements)
-{
-    struct alignas(64) Wide {
-        char bytes[64];
-    };
-    tav::List<Wide> list;
-    for (int i = 0; i < 5; ++i) {
-        list.append(Wide());
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(list.constData()) % 64, 0u);
     }
 }
 
