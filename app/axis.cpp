@@ -22,6 +22,9 @@ constexpr double kStraightBulge = 1e-8;
 /// module's tolerances are made.
 constexpr int kChordExponent = 10;
 
+/// Radians: a direction so little below a full turn is due east, but for rounding.
+constexpr double kDirectionRounding = 1e-10;
+
 /// Stations that differ by less than this share of the axis's length are one.
 constexpr double kStationShare = 1e-12;
 
@@ -150,7 +153,7 @@ void Axis::measureDirection(const Piece& piece, const tav::Point3DF& local, Stat
         station.radius = sense * currentPath_.scale.unscaled(station.radius);
     }
     if (!known) failToMeasure(piece.from);
-    if (station.direction >= 2 * std::numbers::pi) station.direction = 0;
+    if (station.direction >= 2 * std::numbers::pi - kDirectionRounding) station.direction = 0;
 }
 
 tav::Point2DF Axis::beside(const Station& station, double offset) const
